@@ -1,0 +1,24 @@
+#pragma once
+// Private to the library: not part of the API.
+//
+// The shared empty objects: one process-wide instance per class, created on first use (or by
+// initialize_api) and destroyed at process exit. A miss hands one of them out instead of a null
+// reference, and the setters of these classes refuse to write through them.
+
+#include "QuorvaneExtApi.h"
+
+namespace Quorvane {
+namespace EmptyValues {
+
+inline Timestamp& empty_Timestamp() {
+    static Timestamp empty_timestammp_(0);
+    return empty_timestammp_;
+}
+
+inline Value& empty_Value() {
+    static Value empty_value_;
+    return empty_value_;
+}
+
+}  // namespace EmptyValues
+}  // namespace Quorvane

@@ -1,0 +1,201 @@
+// ValueImpl: writes, reads and kind changes of the record behind Value.
+
+#include <cmath>
+#include <cstring>
+#include <limits>
+
+#include "protocol/value.h"
+
+namespace Quorvane {
+namespace {
+
+const char kEmptyText[] = "";
+
+bool is_one_of(ValueType type, std::initializer_list<ValueType> kinds) {
+    for (ValueType kind : kinds) {
+        if (type == kind) {
+            return true;
+        }
+    }
+    return false;
+}
+
+}  // namespace
+
+void ValueImpl::Copy(const ValueImpl& other) {
+    data = other.data;
+    type = other.type;
+}
+
+void ValueImpl::set(bool flag) {
+    data = flag ? 1.0 : 0.0;
+    type = ValueType::Bool;
+}
+
+void ValueImpl::set(int number) {
+    data = static_cast<double>(number);
+    type = ValueType::Int;
+}
+
+void ValueImpl::set(long number) {
+    data = number;
+    type = ValueType::Int64;
+}
+
+void ValueImpl::set(double number) {
+    data = number;
+    type = ValueType::Double;
+}
+
+void ValueImpl::set(const char* text) {
+    if (text == nullptr) {
+        return;
+    }
+    const auto* first = reinterpret_cast<const std::uint8_t*>(text);
+    data.emplace<kBytes>(first, first + std::strlen(text) + 1);
+    type = ValueType::String;
+}
+
+void ValueImpl::set(Binary bytes) {
+    if (bytes.size != 0 && bytes.bytes == nullptr) {
+        return;
+    }
+    data.emplace<kBytes>(bytes.bytes, bytes.bytes + bytes.size);
+    type = ValueType::Binary;
+}
+
+void ValueImpl::set(const Timestamp& time) {
+    data = time.nanoseconds();
+    type = ValueType::DateTime;
+}
+
+void ValueImpl::set(const Timespan& span) {
+    data = span.nanoseconds();
+    type = ValueType::TimeSpan;
+}
+
+void ValueImpl::set_type(ValueType new_type) {
+    if (new_type == type) {
+        return;
+    }
+    switch (new_type) {
+        case ValueType::Null:
+            data = 0.0;
+            break;
+        case ValueType::Int:
+            // Only a Double keeps its number, rounded down; every other kind starts from zero.
+            if (type == ValueType::Double && holds(kDouble)) {
+                data = std::floor(std::get<kDouble>(data));
+            } else {
+                data = 0.0;
+            }
+            break;
+        case ValueType::String:
+            data.emplace<kBytes>();
+            break;
+        case ValueType::Vector:
+            if (!(type == ValueType::Any && holds(kVector))) {
+                data.emplace<kVector>();
+            }
+            break;
+        case ValueType::Map:
+        case ValueType::Struct:
+            if (!(is_one_of(type, {ValueType::Map, ValueType::Struct, ValueType::Any}) &&
+                  holds(kMap))) {
+                data.emplace<kMap>();
+            }
+            break;
+        case ValueType::Binary:
+            if (!(type == ValueType::Any && holds(kBytes))) {
+                data.emplace<kBytes>();
+            }
+            break;
+        case ValueType::Event:
+            data.emplace<kEvent>();
+            break;
+        case ValueType::Message:
+            data.emplace<kMessage>();
+            break;
+        case ValueType::Alarm:
+            data.emplace<kAlarm>();
+            break;
+        default:
+            // Bool, Double, Int64, DateTime, TimeSpan, Any and unnamed numbers only retag.
+            break;
+    }
+    type = new_type;
+}
+
+void ValueImpl::Convert(ValueType target) {
+    if (target == ValueType::Null) {
+        if (type != ValueType::Null) {
+            data = 0.0;
+            type = ValueType::Null;
+        }
+    }
+}
+
+bool ValueImpl::get_bool() const {
+    return type == ValueType::Bool && holds(kDouble) && std::get<kDouble>(data) == 1.0;
+}
+
+int ValueImpl::get_int32() const {
+    if (!is_one_of(type, {ValueType::Int, ValueType::Double}) || !holds(kDouble)) {
+        return 0;
+    }
+    const double number = std::get<kDouble>(data);
+    // The comparison is false for NaN as well, which lands on the same sentinel.
+    if (!(number > -2147483649.0 && number < 2147483648.0)) {
+        return std::numeric_limits<int>::min();
+    }
+    return static_cast<int>(number);
+}
+
+long ValueImpl::get_int64() const {
+    if (!is_one_of(type, {ValueType::Int64, ValueType::DateTime, ValueType::TimeSpan}) ||
+        !holds(kLong)) {
+        return 0;
+    }
+    return std::get<kLong>(data);
+}
+
+double ValueImpl::get_double() const {
+    if (!is_one_of(type, {ValueType::Bool, ValueType::Int, ValueType::Double, ValueType::Int64}) ||
+        !holds(kDouble)) {
+        return 0.0;
+    }
+    return std::get<kDouble>(data);
+}
+
+const char* ValueImpl::get_string() const {
+    if (!holds(kBytes) || std::get<kBytes>(data).empty()) {
+        return kEmptyText;
+    }
+    return reinterpret_cast<const char*>(std::get<kBytes>(data).data());
+}
+
+Binary ValueImpl::get_binary() const {
+    if (type != ValueType::Binary || !holds(kBytes)) {
+        return Binary{};
+    }
+    const Bytes& bytes = std::get<kBytes>(data);
+    // The view is writable through a non-const Value; the record itself is not const then.
+    auto* first = bytes.empty() ? nullptr : const_cast<unsigned char*>(bytes.data());
+    return Binary{bytes.size(), first};
+}
+
+Timestamp ValueImpl::get_timestamp() const {
+    if (type != ValueType::DateTime || !holds(kLong)) {
+        return Timestamp();
+    }
+    return Timestamp(std::get<kLong>(data));
+}
+
+Timespan ValueImpl::get_timespan() const {
+    if (type != ValueType::TimeSpan || !holds(kLong)) {
+        return Timespan();
+    }
+    return Timespan(std::get<kLong>(data));
+}
+
+}  // namespace Quorvane

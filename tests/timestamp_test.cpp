@@ -1,0 +1,127 @@
+#include "QuorvaneExtApi.h"
+
+#include <gtest/gtest.h>
+
+#include <type_traits>
+
+using Quorvane::Timespan;
+using Quorvane::Timestamp;
+
+TEST(Timestamp, DefaultAndZeroAndEpochFileTimeAreEqual) {
+    EXPECT_TRUE(Timestamp() == Timestamp(0));
+    EXPECT_TRUE(Timestamp::from_file_time(116444736000000000) == Timestamp());
+    EXPECT_TRUE(Timestamp::from_file_time(116444736000000000) == Timestamp(0));
+    EXPECT_FALSE(Timestamp() != Timestamp(0));
+}
+
+TEST(Timestamp, FileTimeOneTickAfterEpochIsHundredNanoseconds) {
+    EXPECT_EQ(Timestamp::from_file_time(116444736000000001).nanoseconds(), 100);
+}
+
+TEST(Timestamp, FileTimeAtOrBeforeEpochCollapsesToZero) {
+    EXPECT_EQ(Timestamp::from_file_time(0).nanoseconds(), 0);
+    EXPECT_EQ(Timestamp::from_file_time(-5).nanoseconds(), 0);
+    EXPECT_EQ(Timestamp::from_file_time(116444735999999999).nanoseconds(), 0);
+    EXPECT_EQ(Timestamp::from_file_time(-9223372036854775807L - 1).nanoseconds(), 0);
+}
+
+TEST(Timestamp, FileTimeWrapsAboveTheRange) {
+    // The last tick count that fits, and the first that wraps around.
+    EXPECT_EQ(Timestamp::from_file_time(208678456368547758).nanoseconds(), 9223372036854775800);
+    EXPECT_EQ(Timestamp::from_file_time(208678456368547759).nanoseconds(),
+              static_cast<long>(9223372036854775900UL));
+}
+
+TEST(Timestamp, UnixTimeIsSignedSeconds) {
+    EXPECT_EQ(Timestamp::from_unix_time(-1).nanoseconds(), -1000000000);
+    EXPECT_EQ(Timestamp::from_unix_time(-1).seconds(), -1);
+    EXPECT_EQ(Timestamp::from_unix_time(1).nanoseconds(), 1000000000);
+    EXPECT_EQ(Timestamp::from_unix_time(2147483647).nanoseconds(), 2147483647000000000);
+    EXPECT_EQ(Timestamp::from_unix_time(-2147483647 - 1).nanoseconds(), -2147483648000000000);
+}
+
+TEST(Timestamp, MillisecondsMultiplyAndWrap) {
+    EXPECT_EQ(Timestamp::from_milliseconds(1500).nanoseconds(), 1500000000);
+    EXPECT_EQ(Timestamp::from_milliseconds(-2).nanoseconds(), -2000000);
+    EXPECT_EQ(Timestamp::from_milliseconds(9223372036855).nanoseconds(),
+              static_cast<long>(9223372036855UL * 1000000UL));
+}
+
+TEST(Timestamp, NowIsTruncatedToHundredNanoseconds) {
+    for (int i = 0; i < 100; ++i) {
+        EXPECT_EQ(Timestamp::now().nanoseconds() % 100, 0);
+    }
+    // A sane wall clock: after 2020-01-01.
+    EXPECT_GT(Timestamp::now().seconds(), 1577836800);
+}
+
+TEST(Timestamp, SteadyNowIsMonotonic) {
+    const long first = Timestamp::steady_now().nanoseconds();
+    const long second = Timestamp::steady_now().nanoseconds();
+    EXPECT_LE(first, second);
+}
+
+TEST(Timestamp, SecondsAndMillisecondsTruncateTowardZero) {
+    EXPECT_EQ(Timestamp(1999999999).seconds(), 1);
+    EXPECT_EQ(Timestamp(1999999999).milliseconds(), 1999);
+    EXPECT_EQ(Timestamp(-1).seconds(), 0);
+    EXPECT_EQ(Timestamp(-1500000000).seconds(), -1);
+    EXPECT_EQ(Timestamp(-1500000000).milliseconds(), -1500);
+    EXPECT_EQ(Timestamp(-1999999).milliseconds(), -1);
+}
+
+TEST(Timestamp, CopyIsIndependent) {
+    Timestamp original(42);
+    Timestamp copy(original);
+    original = Timestamp(7);
+    EXPECT_EQ(copy.nanoseconds(), 42);
+    EXPECT_EQ(original.nanoseconds(), 7);
+}
+
+TEST(Timestamp, SelfAssignmentKeepsTheCount) {
+    Timestamp time(5);
+    time = time;
+    EXPECT_EQ(time.nanoseconds(), 5);
+}
+
+TEST(Timespan, DefaultIsZero) {
+    EXPECT_EQ(Timespan().nanoseconds(), 0);
+    EXPECT_TRUE(Timespan() == Timespan(0));
+    EXPECT_TRUE(Timespan(1) != Timespan(2));
+}
+
+TEST(Timespan, MillisecondsTruncate) {
+    EXPECT_EQ(Timespan(1500000).milliseconds(), 1);
+    EXPECT_EQ(Timespan(-1500000).milliseconds(), -1);
+    EXPECT_EQ(Timespan(2500000000).seconds(), 2);
+    EXPECT_EQ(Timespan(-2500000000).seconds(), -2);
+}
+
+TEST(Timespan, CopyAndAssignment) {
+    Timespan span(9);
+    Timespan copy(span);
+    span = Timespan(3);
+    EXPECT_EQ(copy.nanoseconds(), 9);
+    EXPECT_EQ(span.nanoseconds(), 3);
+}
+
+// The two classes stay apart: no comparison between a point in time and a duration exists.
+template <class A, class B, class = void>
+struct IsEqualityComparable : std::false_type {};
+template <class A, class B>
+struct IsEqualityComparable<A, B, std::void_t<decltype(std::declval<A>() == std::declval<B>())>>
+    : std::true_type {};
+
+TEST(Timespan, IsNotComparableWithTimestamp) {
+    EXPECT_FALSE((std::is_same<Timestamp, Timespan>::value));
+    EXPECT_FALSE((IsEqualityComparable<const Timestamp&, const Timespan&>::value));
+    EXPECT_FALSE((IsEqualityComparable<const Timespan&, const Timestamp&>::value));
+    EXPECT_TRUE((IsEqualityComparable<const Timestamp&, const Timestamp&>::value));
+}
+
+TEST(Timestamp, IsOutsideTheObjectFamily) {
+    EXPECT_FALSE((std::is_base_of<Quorvane::IObject, Timestamp>::value));
+    EXPECT_FALSE((std::is_base_of<Quorvane::IObject, Timespan>::value));
+    EXPECT_TRUE(std::has_virtual_destructor<Timestamp>::value);
+    EXPECT_TRUE(std::has_virtual_destructor<Timespan>::value);
+}
