@@ -48,6 +48,8 @@ enum ErrorValue : std::int32_t {
     HMI_E_SUCCESS = 0,
 };
 
+// (listener kinds)
+
 // A non-owning view of raw bytes, passed by value. A Binary read from a Value points into that
 // value's storage and is invalidated by the next write to the value.
 struct Binary {
