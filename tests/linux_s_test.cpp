@@ -4,6 +4,7 @@
 #include <climits>
 #include <cstdio>
 #include <ctime>
+#include <random>
 #include <string>
 
 #include <unistd.h>
@@ -105,6 +106,28 @@ TEST(FopenSMissing, InvalidModeGivesEinval) {
     std::FILE* file = nullptr;
     EXPECT_EQ(fopen_s(&file, "/tmp", "invalid"), EINVAL);
     EXPECT_EQ(file, nullptr);
+}
+
+// Random bytes as path or mode: the call answers 0 or an errno and never crashes. Paths are opened
+// for reading only, and random modes go to a directory that does not exist, so nothing is created.
+TEST(FopenSRobustness, RandomPathsAndModesAreSurvived) {
+    std::mt19937 random(11);
+    std::uniform_int_distribution<int> length(0, 12);
+    for (int round = 0; round < 2000; ++round) {
+        std::string bytes(static_cast<std::size_t>(length(random)), '\0');
+        for (char& c : bytes) {
+            c = static_cast<char>(random() % 255 + 1);
+        }
+        std::FILE* file = nullptr;
+        const int path_result = fopen_s(&file, bytes.c_str(), "r");
+        EXPECT_EQ(path_result == 0, file != nullptr);
+        if (file != nullptr) {
+            std::fclose(file);
+        }
+        const int mode_result = fopen_s(&file, "/nonexistent-directory/file", bytes.c_str());
+        EXPECT_NE(mode_result, 0);
+        EXPECT_EQ(file, nullptr);
+    }
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include <codecvt>
 #include <cstdint>
 #include <cstring>
+#include <memory>
 #include <random>
 #include <string>
 #include <vector>
@@ -478,6 +479,16 @@ TEST(IsUtf8, KnownForms) {
     };
     for (const Row& row : rows) {
         EXPECT_EQ(UTF8::is_utf8(row.text), row.valid) << row.text;
+    }
+}
+
+TEST(IsUtf8, SequenceCutShortByTheTerminatorIsNotReadPast) {
+    // Heap buffers of exact size, so that the sanitizer build sees any read beyond the NUL.
+    for (const char* text : {"\xE2", "\xE2\x82", "\xF0", "\xF0\x9F\x98", "\xF4\x8F", "\xED"}) {
+        const std::size_t size = std::strlen(text) + 1;
+        const std::unique_ptr<char[]> exact(new char[size]);
+        std::memcpy(exact.get(), text, size);
+        EXPECT_FALSE(UTF8::is_utf8(exact.get())) << text;
     }
 }
 
