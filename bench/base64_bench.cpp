@@ -46,47 +46,44 @@ Bytes boost_decode(const std::string& text) {
     return bytes;
 }
 
-void encode_quorvane(benchmark::State& state) {
-    const Bytes bytes = random_bytes(static_cast<std::size_t>(state.range(0)));
+std::size_t size_of(const benchmark::State& state) {
+    return static_cast<std::size_t>(state.range(0));
+}
+
+std::string encoded(const benchmark::State& state) {
+    return Quorvane::Base64::encode(random_bytes(size_of(state)));
+}
+
+// Runs `operation` on `input` once per iteration; throughput counts the raw bytes.
+template <class Input, class Operation>
+void measure(benchmark::State& state, const Input& input, Operation operation) {
     for (auto _ : state) {
-        benchmark::DoNotOptimize(Quorvane::Base64::encode(bytes));
+        benchmark::DoNotOptimize(operation(input));
     }
     state.SetBytesProcessed(state.iterations() * state.range(0));
+}
+
+void encode_quorvane(benchmark::State& state) {
+    measure(state, random_bytes(size_of(state)),
+            [](const Bytes& bytes) { return Quorvane::Base64::encode(bytes); });
 }
 
 void encode_boost(benchmark::State& state) {
-    const Bytes bytes = random_bytes(static_cast<std::size_t>(state.range(0)));
-    for (auto _ : state) {
-        benchmark::DoNotOptimize(boost_encode(bytes));
-    }
-    state.SetBytesProcessed(state.iterations() * state.range(0));
+    measure(state, random_bytes(size_of(state)), boost_encode);
 }
 
 void decode_quorvane(benchmark::State& state) {
-    const std::string text =
-        Quorvane::Base64::encode(random_bytes(static_cast<std::size_t>(state.range(0))));
-    for (auto _ : state) {
-        benchmark::DoNotOptimize(Quorvane::Base64::decode(text));
-    }
-    state.SetBytesProcessed(state.iterations() * state.range(0));
+    measure(state, encoded(state),
+            [](const std::string& text) { return Quorvane::Base64::decode(text); });
 }
 
 void decode_boost(benchmark::State& state) {
-    const std::string text =
-        Quorvane::Base64::encode(random_bytes(static_cast<std::size_t>(state.range(0))));
-    for (auto _ : state) {
-        benchmark::DoNotOptimize(boost_decode(text));
-    }
-    state.SetBytesProcessed(state.iterations() * state.range(0));
+    measure(state, encoded(state), boost_decode);
 }
 
 void is_base64_quorvane(benchmark::State& state) {
-    const std::string text =
-        Quorvane::Base64::encode(random_bytes(static_cast<std::size_t>(state.range(0))));
-    for (auto _ : state) {
-        benchmark::DoNotOptimize(Quorvane::is_base64(text.c_str()));
-    }
-    state.SetBytesProcessed(state.iterations() * state.range(0));
+    measure(state, encoded(state),
+            [](const std::string& text) { return Quorvane::is_base64(text.c_str()); });
 }
 
 BENCHMARK(encode_quorvane)->Arg(8)->Arg(256)->Arg(64 << 10);
