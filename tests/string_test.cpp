@@ -426,6 +426,7 @@ TEST(Contains, PointerTextScansToTheTerminator) {
 TEST(Contains, NullNeedleStopsTheProgram) {
     const char* needle = nullptr;
     EXPECT_DEATH(contains(std::string("abc"), needle, 0), "");
+    EXPECT_DEATH(contains(std::string("abc"), needle, 10), "");
 }
 
 TEST(Icontains, SearchesWithoutRegardToCase) {
