@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cstdint>
+#include <cstring>
 #include <limits>
 #include <sstream>
 #include <stdexcept>
@@ -44,40 +45,15 @@ constexpr std::uint64_t ns_per_second = 1000000000ULL;
 constexpr long days_to_epoch = 719468;
 constexpr long days_per_era = 146097;  // 400 Gregorian years
 
-}  // namespace
+// The exported calendar functions are thin wrappers around these, so that the date-time writer
+// and parser can have them inlined with constant units instead of calling through the export
+// table.
 
-bool is_leap_year(int year) {
+constexpr bool leap_year(long year) {
     return year % 4 == 0 && (year % 100 != 0 || year % 400 == 0);
 }
 
-int calculate_days(int year, int month, int day) {
-    // Counting years from March puts the leap day at the end of the year, so the month lengths
-    // before it follow the fixed 153-days-per-5-months pattern. Wide arithmetic keeps extreme
-    // arguments free of overflow.
-    const long shifted_year = static_cast<long>(year) - (month < 3 ? 1 : 0);
-    const long era = (shifted_year >= 0 ? shifted_year : shifted_year - 399) / 400;
-    const long year_of_era = shifted_year - era * 400;
-    const long shifted_month = month < 3 ? month + 9L : month - 3L;
-    const long day_of_year = (153 * shifted_month + 2) / 5 + day - 1;
-    const long day_of_era = year_of_era * 365 + year_of_era / 4 - year_of_era / 100 + day_of_year;
-    return static_cast<int>(era * days_per_era + day_of_era - days_to_epoch);
-}
-
-std::pair<int, int> calculate_year_and_month(int& days) {
-    const long z = static_cast<long>(days) + days_to_epoch;
-    const long era = (z >= 0 ? z : z - (days_per_era - 1)) / days_per_era;
-    const long day_of_era = z - era * days_per_era;
-    const long year_of_era =
-        (day_of_era - day_of_era / 1460 + day_of_era / 36524 - day_of_era / 146096) / 365;
-    const long day_of_year = day_of_era - (365 * year_of_era + year_of_era / 4 - year_of_era / 100);
-    const long shifted_month = (5 * day_of_year + 2) / 153;
-    const long month = shifted_month < 10 ? shifted_month + 3 : shifted_month - 9;
-    days = static_cast<int>(day_of_year - (153 * shifted_month + 2) / 5 + 1);
-    return {static_cast<int>(year_of_era + era * 400 + (month < 3 ? 1 : 0)),
-            static_cast<int>(month)};
-}
-
-int calculate_days_in_month(int year, int month) {
+constexpr int month_length(long year, int month) {
     switch (month) {
         case 4:
         case 6:
@@ -85,55 +61,128 @@ int calculate_days_in_month(int year, int month) {
         case 11:
             return 30;
         case 2:
-            return is_leap_year(year) ? 29 : 28;
+            return leap_year(year) ? 29 : 28;
         default:
             return 31;
     }
 }
 
-int calculate_time(int start, long unit, long& rest) {
-    // Whole units are moved at once; the outcome is that of moving them one by one.
-    long moved;
+// Counting years from March puts the leap day at the end of the year, so that the months before
+// it follow the fixed pattern of 153 days per 5 months. Wide arithmetic keeps extreme arguments
+// free of overflow.
+constexpr long days_from_date(long year, long month, long day) {
+    const long shifted_year = year - (month < 3 ? 1 : 0);
+    const long era = (shifted_year >= 0 ? shifted_year : shifted_year - 399) / 400;
+    const long year_of_era = shifted_year - era * 400;
+    const long shifted_month = month < 3 ? month + 9 : month - 3;
+    const long day_of_year = (153 * shifted_month + 2) / 5 + day - 1;
+    const long day_of_era = year_of_era * 365 + year_of_era / 4 - year_of_era / 100 + day_of_year;
+    return era * days_per_era + day_of_era - days_to_epoch;
+}
+
+struct Date {
+    long year;
+    long month;
+    long day;
+};
+
+constexpr Date date_from_days(long days) {
+    const long z = days + days_to_epoch;
+    const long era = (z >= 0 ? z : z - (days_per_era - 1)) / days_per_era;
+    const long day_of_era = z - era * days_per_era;
+    const long year_of_era =
+        (day_of_era - day_of_era / 1460 + day_of_era / 36524 - day_of_era / 146096) / 365;
+    const long day_of_year = day_of_era - (365 * year_of_era + year_of_era / 4 - year_of_era / 100);
+    const long shifted_month = (5 * day_of_year + 2) / 153;
+    const long month = shifted_month < 10 ? shifted_month + 3 : shifted_month - 9;
+    return {year_of_era + era * 400 + (month < 3 ? 1 : 0), month,
+            day_of_year - (153 * shifted_month + 2) / 5 + 1};
+}
+
+// Whole units are moved at once; the outcome is that of moving them one by one. A negative rest
+// stops at -unit rather than 0: the caller's start already stands for the last unit of the
+// enclosing field, and the remaining rest is borrowed from it.
+inline long move_units(long start, long unit, long& rest) {
     if (rest >= 0) {
-        moved = rest / unit;
+        const long moved = rest / unit;
         rest -= moved * unit;
-        return static_cast<int>(start + moved);
+        return start + moved;
     }
-    // A negative rest stops at -unit rather than 0: the caller's start already stands for the
-    // last unit of the enclosing field, and the remaining rest is borrowed from it.
     const unsigned long magnitude = 0UL - static_cast<unsigned long>(rest);
-    moved = static_cast<long>((magnitude - 1) / static_cast<unsigned long>(unit));
+    const long moved = static_cast<long>((magnitude - 1) / static_cast<unsigned long>(unit));
     rest += moved * unit;
-    return static_cast<int>(start - moved);
+    return start - moved;
+}
+
+constexpr bool fraction_allowed(long ticks, long hour, long second) {
+    return ticks == 0 || (second != 60 && hour != 24);
+}
+
+// A mask holds the placeholders, then "." and the digits of the ticks when there are any, then
+// "Z". Ticks up to 9999999 take seven digits; larger ones, which no instant produces, all theirs.
+constexpr char fraction_mask[] = "yyyy-MM-ddTHH:mm:ss.0000000";
+constexpr std::size_t fraction_start = sizeof("yyyy-MM-ddTHH:mm:ss.") - 1;
+constexpr std::size_t fraction_digits = sizeof(fraction_mask) - 1 - fraction_start;
+constexpr std::size_t widest_mask = fraction_start + std::numeric_limits<long>::digits10 + 2;
+
+// Writes the mask of a date-time with the given ticks of the second; returns its length.
+std::size_t write_mask(long ticks, char* mask) {
+    static constexpr char whole_second_mask[] = "yyyy-MM-ddTHH:mm:ssZ";
+    if (ticks < 1) {
+        std::memcpy(mask, whole_second_mask, sizeof(whole_second_mask) - 1);
+        return sizeof(whole_second_mask) - 1;
+    }
+    std::memcpy(mask, fraction_mask, sizeof(fraction_mask) - 1);
+    std::size_t length = sizeof(fraction_mask) - 1;
+    if (ticks < 10000000) {
+        // Each digit is taken from the ticks directly, so the seven do not wait on each other.
+        constexpr long weights[fraction_digits] = {1000000, 100000, 10000, 1000, 100, 10, 1};
+        for (std::size_t i = 0; i < fraction_digits; ++i) {
+            mask[fraction_start + i] = static_cast<char>('0' + ticks / weights[i] % 10);
+        }
+    } else {
+        length = static_cast<std::size_t>(
+            std::to_chars(mask + fraction_start, mask + widest_mask - 1, ticks).ptr - mask);
+    }
+    // Ticks are at least 1, so a non-zero digit stops the trim.
+    while (mask[length - 1] == '0') {
+        --length;
+    }
+    mask[length++] = 'Z';
+    return length;
+}
+
+}  // namespace
+
+bool is_leap_year(int year) {
+    return leap_year(year);
+}
+
+int calculate_days(int year, int month, int day) {
+    return static_cast<int>(days_from_date(year, month, day));
+}
+
+std::pair<int, int> calculate_year_and_month(int& days) {
+    const Date date = date_from_days(days);
+    days = static_cast<int>(date.day);
+    return {static_cast<int>(date.year), static_cast<int>(date.month)};
+}
+
+int calculate_days_in_month(int year, int month) {
+    return month_length(year, month);
+}
+
+int calculate_time(int start, long unit, long& rest) {
+    return static_cast<int>(move_units(start, unit, rest));
 }
 
 std::string iso_template_string_with_ticks(long ticks) {
-    static constexpr char whole_second_mask[] = "yyyy-MM-ddTHH:mm:ssZ";
-    static constexpr char fraction_mask[] = "yyyy-MM-ddTHH:mm:ss.0000000";
-    constexpr std::size_t fraction_start = sizeof("yyyy-MM-ddTHH:mm:ss.") - 1;
-    constexpr std::size_t fraction_digits = sizeof(fraction_mask) - 1 - fraction_start;
-    if (ticks < 1) {
-        return whole_second_mask;
-    }
-    char digits[std::numeric_limits<long>::digits10 + 1];
-    const std::size_t written = static_cast<std::size_t>(
-        std::to_chars(digits, digits + sizeof(digits), ticks).ptr - digits);
-    const std::size_t padding = written < fraction_digits ? fraction_digits - written : 0;
-    // Ticks are at least 1, so a non-zero digit stops the trim.
-    std::size_t digit_count = written;
-    while (digits[digit_count - 1] == '0') {
-        --digit_count;
-    }
-    std::string mask;
-    mask.reserve(fraction_start + padding + digit_count + 1);
-    mask.append(fraction_mask, fraction_start + padding);
-    mask.append(digits, digit_count);
-    mask.push_back('Z');
-    return mask;
+    char mask[widest_mask];
+    return std::string(mask, write_mask(ticks, mask));
 }
 
 bool validate_ticks(int ticks, int hour, int second) {
-    return ticks == 0 || (second != 60 && hour != 24);
+    return fraction_allowed(ticks, hour, second);
 }
 
 std::string ns_to_iso(long ns) {
@@ -149,28 +198,26 @@ std::string ns_to_iso(long ns) {
     // Before the epoch the rest of the day is negative: the clock then counts back from the last
     // second of the previous day.
     const bool before_midnight = rest < 0;
-    const int hour = calculate_time(before_midnight ? 23 : 0, ticks_per_hour, rest);
-    const int minute = calculate_time(before_midnight ? 59 : 0, ticks_per_minute, rest);
-    const int second = calculate_time(before_midnight ? 59 : 0, ticks_per_second, rest);
+    const long hour = move_units(before_midnight ? 23 : 0, ticks_per_hour, rest);
+    const long minute = move_units(before_midnight ? 59 : 0, ticks_per_minute, rest);
+    const long second = move_units(before_midnight ? 59 : 0, ticks_per_second, rest);
     if (rest < 0) {
         rest += ticks_per_second;
     }
-    int day = static_cast<int>(ns / ns_per_day - (ticks_of_day < 0 ? 1 : 0));
-    const auto [year, month] = calculate_year_and_month(day);
+    const Date date = date_from_days(ns / ns_per_day - (ticks_of_day < 0 ? 1 : 0));
 
-    std::string text = iso_template_string_with_ticks(rest);
-    char* const mask = text.data();
-    int digits_of_year = year;
-    for (int position = 3; position >= 0; --position) {
+    char mask[widest_mask];
+    const std::size_t length = write_mask(rest, mask);
+    long digits_of_year = date.year;
+    for (int position = 3; position >= 0; --position, digits_of_year /= 10) {
         mask[position] = static_cast<char>('0' + digits_of_year % 10);
-        digits_of_year /= 10;
     }
-    const int fields[] = {month, day, hour, minute, second};
+    const long fields[] = {date.month, date.day, hour, minute, second};
     const std::size_t positions[] = {5, 8, 11, 14, 17};
     for (std::size_t i = 0; i < 5; ++i) {
         Algorithm::hmi_memcpy_s(mask + positions[i], 2, numbers_two_digits[fields[i]], 2);
     }
-    return text;
+    return std::string(mask, length);
 }
 
 std::string ns_to_duration_iso(long ns) {
@@ -215,48 +262,96 @@ bool is_digit(char c) {
     return c >= '0' && c <= '9';
 }
 
-// The fields of a date-time text in reading order. The two zone fields are applied to hour and
-// minute as soon as they are read.
-namespace iso_field {
-enum Field { year, month, day, hour, minute, second, fraction, zone_hour, zone_minute };
-}  // namespace iso_field
-using iso_field::Field;
+// Reads exactly `width` digits into value. It stops at the first byte that is no digit, so it
+// never looks past the terminator.
+template <int width>
+bool read_digits(const char*& p, int& value) {
+    int result = 0;
+    for (int i = 0; i < width; ++i) {
+        if (!is_digit(p[i])) {
+            return false;
+        }
+        result = result * 10 + (p[i] - '0');
+    }
+    p += width;
+    value = result;
+    return true;
+}
 
-constexpr int whole_field_digits[] = {4, 2, 2, 2, 2, 2, 0, 2, 2};
+// The states of the date-time reader: the field to read next, in reading order, and the end.
+enum class Iso {
+    year,
+    month,
+    day,
+    hour,
+    minute,
+    second,
+    fraction,
+    zone_hour,
+    zone_minute,
+    complete
+};
+
+Iso next_field(Iso field) {
+    return static_cast<Iso>(static_cast<int>(field) + 1);
+}
+
+// What may follow hour, minute, second or fraction, the field given by `state`. On success
+// `state` is the next state and p stands on its first byte.
+bool follow_clock_field(Iso& state, const char*& p, bool extended, bool short_fraction,
+                        int& offset_direction) {
+    const char c = *p;
+    if (c == '\0') {
+        state = Iso::complete;
+        return true;
+    }
+    if (c == 'Z') {
+        state = Iso::complete;
+        return p[1] == '\0';
+    }
+    if (state == Iso::fraction) {
+        if (extended ? c != '+' && c != '-' : !short_fraction) {
+            return false;
+        }
+        // A basic text takes whatever stops a short fraction as the sign of a zone, and always as
+        // a negative offset, so that the offset is added.
+        offset_direction = extended && c == '+' ? -1 : 1;
+        ++p;
+        state = Iso::zone_hour;
+        return true;
+    }
+    if (!extended) {
+        // Basic texts run the clock fields, and the fraction after the second, together.
+        if (!is_digit(c)) {
+            return false;
+        }
+        state = next_field(state);
+        return true;
+    }
+    if (c == ':' && state != Iso::second) {
+        state = next_field(state);
+    } else if (c == '.' || c == ',') {
+        // Deliberately a fraction of the second even after an hour or a minute.
+        state = Iso::fraction;
+    } else if (c == '+' || c == '-') {
+        offset_direction = c == '+' ? -1 : 1;
+        state = Iso::zone_hour;
+    } else {
+        return false;
+    }
+    ++p;
+    return true;
+}
+
 constexpr int iso_fraction_digits = 7;
-constexpr int largest_fraction_weight = 1000000;
+// The weight of the last of n fractional digits, in ticks.
+constexpr int fraction_scale[iso_fraction_digits + 1] = {0,    1000000, 100000, 10000,
+                                                         1000, 100,     10,     1};
 
-// The writable range as date-time fields. Below the first, a text saturates to the smallest
-// instant; from the second on, to the largest.
+// The writable range as date-time fields, year down to fraction. Below the first, a text
+// saturates to the smallest instant; from the second on, to the largest.
 constexpr int first_writable_fields[] = {1677, 9, 21, 0, 12, 43, 1452242};
 constexpr int first_saturated_fields[] = {2262, 4, 11, 23, 47, 16, 8547759};
-
-// Range checks of a field just read; zone hour and minute see the zone fields, the others the
-// date and time fields read so far.
-bool field_in_range(Field field, const int* fields) {
-    using namespace iso_field;
-    const int value = fields[field];
-    switch (field) {
-        case month:
-            return value >= 1 && value <= 12;
-        case day:
-            return value >= 1 && value <= calculate_days_in_month(fields[year], fields[month]);
-        case hour:
-            return value <= 24;
-        case minute:
-        case second:
-            // 24:00:00 closes the day and nothing may follow it; 60 admits the leap second.
-            return value <= (field == minute ? 59 : 60) && (fields[hour] != 24 || value == 0);
-        case fraction:
-            return validate_ticks(value, fields[hour], fields[second]);
-        case zone_hour:
-            return value <= 14;
-        case zone_minute:
-            return value <= 59 && (fields[zone_hour] != 14 || value == 0);
-        default:
-            return true;
-    }
-}
 
 bool fields_before(const int* fields, const int* bound) {
     return std::lexicographical_compare(fields, fields + 7, bound, bound + 7);
@@ -272,148 +367,137 @@ bool try_iso_to_ns(const char* text, long& out) {
         return try_duration_iso_to_ns(text, out);
     }
 
-    using namespace iso_field;
-    int fields[9] = {};
+    int year = 0, month = 0, day = 0, hour = 0, minute = 0, second = 0, fraction = 0;
+    int zone_hour = 0, zone_minute = 0;
     // Extended texts separate the date fields with '-', which the character after the year tells.
     bool extended = false;
     // +1 when the zone offset is added to the clock, -1 when it is subtracted.
     int offset_direction = 1;
     int fraction_digits_read = 0;
     const char* p = text;
-    Field field = year;
-    for (;;) {
-        int& value = fields[field];
-        if (field == fraction) {
-            for (int weight = largest_fraction_weight; weight > 0 && is_digit(*p); weight /= 10) {
-                value += (*p++ - '0') * weight;
-                ++fraction_digits_read;
-            }
-            if (fraction_digits_read == 0) {
-                return false;
-            }
-            // Beyond 100 ns only the next digit counts, for rounding; the sum may reach a whole
-            // second, which the arithmetic below carries over.
-            if (fraction_digits_read == iso_fraction_digits && is_digit(*p)) {
-                value += *p >= '5' ? 1 : 0;
-                while (is_digit(*p)) {
+    Iso state = Iso::year;
+    // Each state reads its field, checks it, and moves on by what follows it.
+    while (state != Iso::complete) {
+        switch (state) {
+            case Iso::year:
+                if (!read_digits<4>(p, year)) {
+                    return false;
+                }
+                extended = *p == '-';
+                if (!extended && !is_digit(*p)) {
+                    return false;
+                }
+                p += extended ? 1 : 0;
+                state = Iso::month;
+                break;
+            case Iso::month:
+                if (!read_digits<2>(p, month) || month < 1 || month > 12 ||
+                    (extended ? *p != '-' : !is_digit(*p))) {
+                    return false;
+                }
+                p += extended ? 1 : 0;
+                state = Iso::day;
+                break;
+            case Iso::day:
+                if (!read_digits<2>(p, day) || day < 1 || day > month_length(year, month)) {
+                    return false;
+                }
+                if (*p == '\0') {
+                    state = Iso::complete;
+                } else if (*p == 'T') {
                     ++p;
-                }
-            }
-        } else {
-            for (int digit = 0; digit < whole_field_digits[field]; ++digit, ++p) {
-                if (!is_digit(*p)) {
+                    state = Iso::hour;
+                } else {
                     return false;
                 }
-                value = value * 10 + (*p - '0');
-            }
-        }
-        if (!field_in_range(field, fields)) {
-            return false;
-        }
-        if (field == zone_hour) {
-            fields[hour] += offset_direction * value;
-        } else if (field == zone_minute) {
-            fields[minute] += offset_direction * value;
-        }
-
-        // What may follow the field just read.
-        const char c = *p;
-        if (c == '\0' && field >= day) {
-            break;
-        }
-        if (c == 'Z' && field >= hour && field <= fraction) {
-            if (p[1] != '\0') {
-                return false;
-            }
-            break;
-        }
-        const bool sign = c == '+' || c == '-';
-        switch (field) {
-            case year:
-                extended = c == '-';
-                if (!extended && !is_digit(c)) {
+                break;
+            case Iso::hour:
+                if (!read_digits<2>(p, hour) || hour > 24 ||
+                    !follow_clock_field(state, p, extended, false, offset_direction)) {
                     return false;
                 }
-                p += extended ? 1 : 0;
-                field = month;
-                continue;
-            case month:
-                if (extended ? c != '-' : !is_digit(c)) {
+                break;
+            case Iso::minute:
+                // 24:00:00 closes the day, and nothing may follow it.
+                if (!read_digits<2>(p, minute) || minute > 59 || (hour == 24 && minute != 0) ||
+                    !follow_clock_field(state, p, extended, false, offset_direction)) {
                     return false;
                 }
-                p += extended ? 1 : 0;
-                field = day;
-                continue;
-            case day:
-                if (c != 'T') {
+                break;
+            case Iso::second:
+                // 60 admits the leap second.
+                if (!read_digits<2>(p, second) || second > 60 || (hour == 24 && second != 0) ||
+                    !follow_clock_field(state, p, extended, false, offset_direction)) {
                     return false;
                 }
-                ++p;
-                field = hour;
-                continue;
-            case hour:
-            case minute:
-            case second:
-                if (!extended) {
-                    // Basic texts run the clock fields, and the fraction after the second,
-                    // together.
-                    if (!is_digit(c)) {
-                        return false;
+                break;
+            case Iso::fraction:
+                while (fraction_digits_read < iso_fraction_digits && is_digit(*p)) {
+                    fraction = fraction * 10 + (*p++ - '0');
+                    ++fraction_digits_read;
+                }
+                if (fraction_digits_read == 0) {
+                    return false;
+                }
+                // Digits count by weight, the first in units of 100 ms.
+                fraction *= fraction_scale[fraction_digits_read];
+                // Beyond 100 ns only the next digit counts, for rounding; the sum may reach a
+                // whole second, which the arithmetic below carries over.
+                if (fraction_digits_read == iso_fraction_digits && is_digit(*p)) {
+                    fraction += *p >= '5' ? 1 : 0;
+                    while (is_digit(*p)) {
+                        ++p;
                     }
-                    field = static_cast<Field>(field + 1);
-                    continue;
                 }
-                if (c == ':' && field != second) {
-                    field = static_cast<Field>(field + 1);
-                } else if (c == '.' || c == ',') {
-                    // Deliberately a fraction of the second even after an hour or a minute.
-                    field = fraction;
-                } else if (sign) {
-                    offset_direction = c == '+' ? -1 : 1;
-                    field = zone_hour;
+                if (!fraction_allowed(fraction, hour, second) ||
+                    !follow_clock_field(state, p, extended,
+                                        fraction_digits_read < iso_fraction_digits,
+                                        offset_direction)) {
+                    return false;
+                }
+                break;
+            case Iso::zone_hour:
+                if (!read_digits<2>(p, zone_hour) || zone_hour > 14) {
+                    return false;
+                }
+                // The zone is applied to the clock at once; the fields may leave their range.
+                hour += offset_direction * zone_hour;
+                if (*p == '\0') {
+                    state = Iso::complete;
+                } else if (*p == ':' || is_digit(*p)) {
+                    p += *p == ':' ? 1 : 0;
+                    state = Iso::zone_minute;
                 } else {
                     return false;
                 }
-                ++p;
-                continue;
-            case fraction:
-                if (extended && sign) {
-                    offset_direction = c == '+' ? -1 : 1;
-                } else if (!extended && fraction_digits_read < iso_fraction_digits) {
-                    // A basic text takes whatever stops a short fraction as the sign of a zone,
-                    // and always as a negative offset, so that the offset is added.
-                    offset_direction = 1;
-                } else {
+                break;
+            case Iso::zone_minute:
+                if (!read_digits<2>(p, zone_minute) || zone_minute > 59 ||
+                    (zone_hour == 14 && zone_minute != 0) || *p != '\0') {
                     return false;
                 }
-                ++p;
-                field = zone_hour;
-                continue;
-            case zone_hour:
-                if (c == ':') {
-                    ++p;
-                } else if (!is_digit(c)) {
-                    return false;
-                }
-                field = zone_minute;
-                continue;
-            case zone_minute:
-                return false;
+                minute += offset_direction * zone_minute;
+                state = Iso::complete;
+                break;
+            case Iso::complete:
+                break;
         }
     }
 
-    // The range is judged on the fields as the zone left them.
-    if (fields_before(fields, first_writable_fields)) {
+    // The range is judged field by field on the fields as the zone left them. Years strictly
+    // between the bounds' years need no further look.
+    const int fields[] = {year, month, day, hour, minute, second, fraction};
+    const bool bound_year = year <= first_writable_fields[0] || year >= first_saturated_fields[0];
+    if (bound_year && fields_before(fields, first_writable_fields)) {
         out = smallest_instant;
         return true;
     }
-    if (!fields_before(fields, first_saturated_fields)) {
+    if (bound_year && !fields_before(fields, first_saturated_fields)) {
         out = largest_instant;
         return true;
     }
-    const long ticks = fields[fraction] + fields[second] * ticks_per_second +
-                       fields[minute] * ticks_per_minute + fields[hour] * ticks_per_hour +
-                       calculate_days(fields[year], fields[month], fields[day]) * ticks_per_day;
+    const long ticks = fraction + second * ticks_per_second + minute * ticks_per_minute +
+                       hour * ticks_per_hour + days_from_date(year, month, day) * ticks_per_day;
     // A zone can push the clock fields past their range, so an instant that passed the field
     // test may still lie beyond a bound; it saturates as well.
     if (ticks > largest_instant / ns_per_tick) {
@@ -440,7 +524,7 @@ bool try_duration_iso_to_ns(const std::string& text, long& out) {
     // Designators must come from the largest unit down: each one lowers the limit that the next
     // must lie below.
     constexpr std::uint64_t no_limit = std::numeric_limits<std::uint64_t>::max();
-    constexpr std::uint64_t time_part_limit = ns_per_duration_day - 1;
+    constexpr std::uint64_t after_t_limit = ns_per_duration_day - 1;
     constexpr std::uint64_t fraction_limit = ns_per_second - 1;
     std::uint64_t limit = no_limit;
     std::uint64_t years = 0, months = 0, days = 0, hours = 0, minutes = 0, seconds = 0;
@@ -449,7 +533,7 @@ bool try_duration_iso_to_ns(const std::string& text, long& out) {
     // Numbers are unsigned and wrap silently when too long.
     std::uint64_t number = 0;
     bool has_number = false;
-    bool time_part = false;
+    bool after_t = false;
     bool in_fraction = false;
     bool fraction_open = false;
 
@@ -472,8 +556,8 @@ bool try_duration_iso_to_ns(const std::string& text, long& out) {
             if (limit < ns_per_duration_day || i + 1 >= size) {
                 return false;
             }
-            time_part = true;
-            limit = time_part_limit;
+            after_t = true;
+            limit = after_t_limit;
             number = 0;
             has_number = false;
             continue;
@@ -490,11 +574,11 @@ bool try_duration_iso_to_ns(const std::string& text, long& out) {
                 limit = ns_per_year;
                 break;
             case 'M':
-                if (time_part ? limit <= ns_per_minute : limit <= ns_per_month) {
+                if (after_t ? limit <= ns_per_minute : limit <= ns_per_month) {
                     return false;
                 }
-                (time_part ? minutes : months) = number;
-                limit = time_part ? ns_per_minute : ns_per_month;
+                (after_t ? minutes : months) = number;
+                limit = after_t ? ns_per_minute : ns_per_month;
                 break;
             case 'W':
                 // A week count stands alone.
@@ -520,7 +604,7 @@ bool try_duration_iso_to_ns(const std::string& text, long& out) {
                 break;
             case '.':
             case ',':
-                if (!time_part || limit < ns_per_second) {
+                if (!after_t || limit < ns_per_second) {
                     return false;
                 }
                 seconds = number;
@@ -537,7 +621,7 @@ bool try_duration_iso_to_ns(const std::string& text, long& out) {
                     }
                     fraction_open = false;
                 } else {
-                    if (!time_part || limit <= ns_per_second) {
+                    if (!after_t || limit <= ns_per_second) {
                         return false;
                     }
                     seconds = number;
