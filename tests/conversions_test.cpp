@@ -854,8 +854,8 @@ TEST(TryDurationIsoToNs, RejectsTheStatedAndOtherBadTexts) {
         "P1DT1.5",
         "P1X",
         "P1D\xff",
-        "P\xc3\xa4"
-        "1D",
+        ("P\xc3\xa4"
+         "1D"),
         "PT1H-",
         "P-1D",
         "P+1D",
