@@ -171,6 +171,16 @@ TEST(Calendar, RoundTripsAcrossEveryIntDayCount) {
     EXPECT_EQ(calculate_days(year, month, day), INT_MAX);
 }
 
+TEST(Calendar, TakesExtremeArgumentsWithoutOverflow) {
+    EXPECT_TRUE(is_leap_year(INT_MIN));
+    EXPECT_FALSE(is_leap_year(INT_MAX));
+    calculate_days(INT_MIN, INT_MIN, INT_MIN);
+    calculate_days(INT_MAX, INT_MAX, INT_MAX);
+    int day = INT_MIN;
+    const auto [year, month] = calculate_year_and_month(day);
+    EXPECT_EQ(calculate_days(year, month, day), INT_MIN);
+}
+
 TEST(CalculateDaysInMonth, GivesThirtyOneForEveryMonthOutsideTheNamedOnes) {
     const int common[] = {31, 31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31, 31, 31};
     const int leap[] = {31, 31, 29, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31, 31, 31};
@@ -261,6 +271,14 @@ TEST(IsoTemplateStringWithTicks, WritesTheTicksWithoutTrailingZeros) {
                 {9999999, "yyyy-MM-ddTHH:mm:ss.9999999Z"}};
     for (const auto& row : rows) {
         EXPECT_EQ(iso_template_string_with_ticks(row.ticks), row.mask) << row.ticks;
+    }
+}
+
+TEST(IsoTemplateStringWithTicks, KeepsTheMaskShapeForTicksOfEightOrMoreDigits) {
+    for (long ticks : {10000000L, 123456789L, LONG_MAX}) {
+        const std::string mask = iso_template_string_with_ticks(ticks);
+        EXPECT_EQ(mask.compare(0, 20, "yyyy-MM-ddTHH:mm:ss."), 0) << ticks;
+        EXPECT_EQ(mask.back(), 'Z') << ticks;
     }
 }
 

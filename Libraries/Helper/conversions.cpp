@@ -536,6 +536,16 @@ bool try_duration_iso_to_ns(const std::string& text, long& out) {
     bool after_t = false;
     bool in_fraction = false;
     bool fraction_open = false;
+    // A unit must weigh less than the one before it. Fields start at 0, and the falling limit
+    // lets each unit come once, so adding the number sets it.
+    const auto take_unit = [&](std::uint64_t& field, std::uint64_t weight) {
+        if (limit <= weight) {
+            return false;
+        }
+        field += number;
+        limit = weight;
+        return true;
+    };
 
     for (; i < size; ++i) {
         const char c = text[i];
@@ -567,18 +577,15 @@ bool try_duration_iso_to_ns(const std::string& text, long& out) {
         }
         switch (c) {
             case 'Y':
-                if (limit <= ns_per_year) {
+                if (!take_unit(years, ns_per_year)) {
                     return false;
                 }
-                years = number;
-                limit = ns_per_year;
                 break;
             case 'M':
-                if (after_t ? limit <= ns_per_minute : limit <= ns_per_month) {
+                if (!take_unit(after_t ? minutes : months,
+                               after_t ? ns_per_minute : ns_per_month)) {
                     return false;
                 }
-                (after_t ? minutes : months) = number;
-                limit = after_t ? ns_per_minute : ns_per_month;
                 break;
             case 'W':
                 // A week count stands alone.
@@ -589,18 +596,14 @@ bool try_duration_iso_to_ns(const std::string& text, long& out) {
                 limit = 0;
                 break;
             case 'D':
-                if (limit <= ns_per_duration_day) {
+                if (!take_unit(days, ns_per_duration_day)) {
                     return false;
                 }
-                days += number;
-                limit = ns_per_duration_day;
                 break;
             case 'H':
-                if (limit <= ns_per_hour) {
+                if (!take_unit(hours, ns_per_hour)) {
                     return false;
                 }
-                hours = number;
-                limit = ns_per_hour;
                 break;
             case '.':
             case ',':
@@ -620,12 +623,8 @@ bool try_duration_iso_to_ns(const std::string& text, long& out) {
                         return false;
                     }
                     fraction_open = false;
-                } else {
-                    if (!after_t || limit <= ns_per_second) {
-                        return false;
-                    }
-                    seconds = number;
-                    limit = ns_per_second;
+                } else if (!after_t || !take_unit(seconds, ns_per_second)) {
+                    return false;
                 }
                 break;
             default:
