@@ -212,6 +212,7 @@ std::string ns_to_iso(long ns) {
     for (int position = 3; position >= 0; --position, digits_of_year /= 10) {
         mask[position] = static_cast<char>('0' + digits_of_year % 10);
     }
+    // Each copy fills two bytes of the local mask from the constant table, so none is refused.
     const long fields[] = {date.month, date.day, hour, minute, second};
     const std::size_t positions[] = {5, 8, 11, 14, 17};
     for (std::size_t i = 0; i < 5; ++i) {
