@@ -1,0 +1,668 @@
+#include "helper/conversions.h"
+
+#include "helper/algorithm/memory.h"
+#include "helper/algorithm/number.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cstdint>
+#include <cstring>
+#include <limits>
+#include <sstream>
+#include <stdexcept>
+
+namespace Quorvane {
+
+// ---------------------------------------------------------------------------------------------
+// Calendar and ISO 8601 time
+// ---------------------------------------------------------------------------------------------
+
+namespace {
+
+constexpr long ticks_per_day = 864000000000L;
+constexpr long ticks_per_hour = 36000000000L;
+constexpr long ticks_per_minute = 600000000L;
+constexpr long ticks_per_second = 10000000L;
+constexpr long ns_per_tick = 100L;
+constexpr long ns_per_day = ticks_per_day * ns_per_tick;
+
+// The writable range stops at the last whole ticks inside the 64-bit range.
+constexpr long largest_instant = 9223372036854775800L;
+constexpr long smallest_instant = -9223372036854775800L;
+constexpr char largest_instant_text[] = "2262-04-11T23:47:16.8547758Z";
+constexpr char smallest_instant_text[] = "1677-09-21T00:12:43.1452242Z";
+
+// Nanosecond weights of the duration designators; a year is 365.25 days and a month a twelfth
+// of that.
+constexpr std::uint64_t ns_per_year = 31557600000000000ULL;
+constexpr std::uint64_t ns_per_month = 2629800000000000ULL;
+constexpr std::uint64_t ns_per_duration_day = 86400000000000ULL;
+constexpr std::uint64_t ns_per_hour = 3600000000000ULL;
+constexpr std::uint64_t ns_per_minute = 60000000000ULL;
+constexpr std::uint64_t ns_per_second = 1000000000ULL;
+
+// Days from 0000-03-01 to 1970-01-01 in the March-based count below.
+constexpr long days_to_epoch = 719468;
+constexpr long days_per_era = 146097;  // 400 Gregorian years
+
+// The exported calendar functions are thin wrappers around these, so that the date-time writer
+// and parser can have them inlined with constant units instead of calling through the export
+// table.
+
+constexpr bool leap_year(long year) {
+    return year % 4 == 0 && (year % 100 != 0 || year % 400 == 0);
+}
+
+constexpr int month_length(long year, int month) {
+    switch (month) {
+        case 4:
+        case 6:
+        case 9:
+        case 11:
+            return 30;
+        case 2:
+            return leap_year(year) ? 29 : 28;
+        default:
+            return 31;
+    }
+}
+
+// Counting years from March puts the leap day at the end of the year, so that the months before
+// it follow the fixed pattern of 153 days per 5 months. Wide arithmetic keeps extreme arguments
+// free of overflow.
+constexpr long days_from_date(long year, long month, long day) {
+    const long shifted_year = year - (month < 3 ? 1 : 0);
+    const long era = (shifted_year >= 0 ? shifted_year : shifted_year - 399) / 400;
+    const long year_of_era = shifted_year - era * 400;
+    const long shifted_month = month < 3 ? month + 9 : month - 3;
+    const long day_of_year = (153 * shifted_month + 2) / 5 + day - 1;
+    const long day_of_era = year_of_era * 365 + year_of_era / 4 - year_of_era / 100 + day_of_year;
+    return era * days_per_era + day_of_era - days_to_epoch;
+}
+
+struct Date {
+    long year;
+    long month;
+    long day;
+};
+
+constexpr Date date_from_days(long days) {
+    const long z = days + days_to_epoch;
+    const long era = (z >= 0 ? z : z - (days_per_era - 1)) / days_per_era;
+    const long day_of_era = z - era * days_per_era;
+    const long year_of_era =
+        (day_of_era - day_of_era / 1460 + day_of_era / 36524 - day_of_era / 146096) / 365;
+    const long day_of_year = day_of_era - (365 * year_of_era + year_of_era / 4 - year_of_era / 100);
+    const long shifted_month = (5 * day_of_year + 2) / 153;
+    const long month = shifted_month < 10 ? shifted_month + 3 : shifted_month - 9;
+    return {year_of_era + era * 400 + (month < 3 ? 1 : 0), month,
+            day_of_year - (153 * shifted_month + 2) / 5 + 1};
+}
+
+// Whole units are moved at once; the outcome is that of moving them one by one. A negative rest
+// stops at -unit rather than 0: the caller's start already stands for the last unit of the
+// enclosing field, and the remaining rest is borrowed from it.
+inline long move_units(long start, long unit, long& rest) {
+    if (rest >= 0) {
+        const long moved = rest / unit;
+        rest -= moved * unit;
+        return start + moved;
+    }
+    const unsigned long magnitude = 0UL - static_cast<unsigned long>(rest);
+    const long moved = static_cast<long>((magnitude - 1) / static_cast<unsigned long>(unit));
+    rest += moved * unit;
+    return start - moved;
+}
+
+constexpr bool fraction_allowed(long ticks, long hour, long second) {
+    return ticks == 0 || (second != 60 && hour != 24);
+}
+
+// A mask holds the placeholders, then "." and the digits of the ticks when there are any, then
+// "Z". Ticks up to 9999999 take seven digits; larger ones, which no instant produces, all theirs.
+constexpr char fraction_mask[] = "yyyy-MM-ddTHH:mm:ss.0000000";
+constexpr std::size_t fraction_start = sizeof("yyyy-MM-ddTHH:mm:ss.") - 1;
+constexpr std::size_t fraction_digits = sizeof(fraction_mask) - 1 - fraction_start;
+constexpr std::size_t widest_mask = fraction_start + std::numeric_limits<long>::digits10 + 2;
+
+// Writes the mask of a date-time with the given ticks of the second; returns its length.
+std::size_t write_mask(long ticks, char* mask) {
+    static constexpr char whole_second_mask[] = "yyyy-MM-ddTHH:mm:ssZ";
+    if (ticks < 1) {
+        std::memcpy(mask, whole_second_mask, sizeof(whole_second_mask) - 1);
+        return sizeof(whole_second_mask) - 1;
+    }
+    std::memcpy(mask, fraction_mask, sizeof(fraction_mask) - 1);
+    std::size_t length = sizeof(fraction_mask) - 1;
+    if (ticks < 10000000) {
+        // Each digit is taken from the ticks directly, so the seven do not wait on each other.
+        constexpr long weights[fraction_digits] = {1000000, 100000, 10000, 1000, 100, 10, 1};
+        for (std::size_t i = 0; i < fraction_digits; ++i) {
+            mask[fraction_start + i] = static_cast<char>('0' + ticks / weights[i] % 10);
+        }
+    } else {
+        length = static_cast<std::size_t>(
+            std::to_chars(mask + fraction_start, mask + widest_mask - 1, ticks).ptr - mask);
+    }
+    // Ticks are at least 1, so a non-zero digit stops the trim.
+    while (mask[length - 1] == '0') {
+        --length;
+    }
+    mask[length++] = 'Z';
+    return length;
+}
+
+}  // namespace
+
+bool is_leap_year(int year) {
+    return leap_year(year);
+}
+
+int calculate_days(int year, int month, int day) {
+    return static_cast<int>(days_from_date(year, month, day));
+}
+
+std::pair<int, int> calculate_year_and_month(int& days) {
+    const Date date = date_from_days(days);
+    days = static_cast<int>(date.day);
+    return {static_cast<int>(date.year), static_cast<int>(date.month)};
+}
+
+int calculate_days_in_month(int year, int month) {
+    return month_length(year, month);
+}
+
+int calculate_time(int start, long unit, long& rest) {
+    return static_cast<int>(move_units(start, unit, rest));
+}
+
+std::string iso_template_string_with_ticks(long ticks) {
+    char mask[widest_mask];
+    return std::string(mask, write_mask(ticks, mask));
+}
+
+bool validate_ticks(int ticks, int hour, int second) {
+    return fraction_allowed(ticks, hour, second);
+}
+
+std::string ns_to_iso(long ns) {
+    if (ns > largest_instant) {
+        return largest_instant_text;
+    }
+    if (ns < smallest_instant) {
+        return smallest_instant_text;
+    }
+    const long ticks = ns / ns_per_tick;
+    const long ticks_of_day = ticks % ticks_per_day;
+    long rest = ticks_of_day;
+    // Before the epoch the rest of the day is negative: the clock then counts back from the last
+    // second of the previous day.
+    const bool before_midnight = rest < 0;
+    const long hour = move_units(before_midnight ? 23 : 0, ticks_per_hour, rest);
+    const long minute = move_units(before_midnight ? 59 : 0, ticks_per_minute, rest);
+    const long second = move_units(before_midnight ? 59 : 0, ticks_per_second, rest);
+    if (rest < 0) {
+        rest += ticks_per_second;
+    }
+    const Date date = date_from_days(ns / ns_per_day - (ticks_of_day < 0 ? 1 : 0));
+
+    char mask[widest_mask];
+    const std::size_t length = write_mask(rest, mask);
+    long digits_of_year = date.year;
+    for (int position = 3; position >= 0; --position, digits_of_year /= 10) {
+        mask[position] = static_cast<char>('0' + digits_of_year % 10);
+    }
+    // Each copy fills two bytes of the local mask from the constant table, so none is refused.
+    const long fields[] = {date.month, date.day, hour, minute, second};
+    const std::size_t positions[] = {5, 8, 11, 14, 17};
+    for (std::size_t i = 0; i < 5; ++i) {
+        Algorithm::hmi_memcpy_s(mask + positions[i], 2, numbers_two_digits[fields[i]], 2);
+    }
+    return std::string(mask, length);
+}
+
+std::string ns_to_duration_iso(long ns) {
+    // The most negative value has no positive counterpart; its bit pattern read as unsigned is
+    // its magnitude.
+    const std::uint64_t magnitude =
+        ns < 0 ? 0 - static_cast<std::uint64_t>(ns) : static_cast<std::uint64_t>(ns);
+    const std::uint64_t days = magnitude / ns_per_duration_day;
+    std::uint64_t rest = magnitude % ns_per_duration_day;
+    const std::uint64_t hours = rest / ns_per_hour;
+    rest %= ns_per_hour;
+    const std::uint64_t minutes = rest / ns_per_minute;
+    rest %= ns_per_minute;
+    const double seconds = static_cast<double>(rest) / 1e9;
+
+    std::ostringstream text;
+    if (ns < 0) {
+        text << '-';
+    }
+    text << 'P';
+    if (days != 0) {
+        text << days << 'D';
+    }
+    if (ns == 0 || hours != 0 || minutes != 0 || seconds > 0.0) {
+        text << 'T';
+        if (hours != 0) {
+            text << hours << 'H';
+        }
+        if (minutes != 0) {
+            text << minutes << 'M';
+        }
+    }
+    if (ns == 0 || seconds > 0.0) {
+        text << Algorithm::to_string(seconds, 10, true) << 'S';
+    }
+    return text.str();
+}
+
+namespace {
+
+bool is_digit(char c) {
+    return c >= '0' && c <= '9';
+}
+
+// Reads exactly `width` digits into value. It stops at the first byte that is no digit, so it
+// never looks past the terminator.
+template <int width>
+bool read_digits(const char*& p, int& value) {
+    int result = 0;
+    for (int i = 0; i < width; ++i) {
+        if (!is_digit(p[i])) {
+            return false;
+        }
+        result = result * 10 + (p[i] - '0');
+    }
+    p += width;
+    value = result;
+    return true;
+}
+
+// The states of the date-time reader: the field to read next, in reading order, and the end.
+enum class Iso {
+    year,
+    month,
+    day,
+    hour,
+    minute,
+    second,
+    fraction,
+    zone_hour,
+    zone_minute,
+    complete
+};
+
+Iso next_field(Iso field) {
+    return static_cast<Iso>(static_cast<int>(field) + 1);
+}
+
+// What may follow hour, minute, second or fraction, the field given by `state`. On success
+// `state` is the next state and p stands on its first byte.
+bool follow_clock_field(Iso& state, const char*& p, bool extended, bool short_fraction,
+                        int& offset_direction) {
+    const char c = *p;
+    if (c == '\0') {
+        state = Iso::complete;
+        return true;
+    }
+    if (c == 'Z') {
+        state = Iso::complete;
+        return p[1] == '\0';
+    }
+    if (state == Iso::fraction) {
+        if (extended ? c != '+' && c != '-' : !short_fraction) {
+            return false;
+        }
+        // A basic text takes whatever stops a short fraction as the sign of a zone, and always as
+        // a negative offset, so that the offset is added.
+        offset_direction = extended && c == '+' ? -1 : 1;
+        ++p;
+        state = Iso::zone_hour;
+        return true;
+    }
+    if (!extended) {
+        // Basic texts run the clock fields, and the fraction after the second, together.
+        if (!is_digit(c)) {
+            return false;
+        }
+        state = next_field(state);
+        return true;
+    }
+    if (c == ':' && state != Iso::second) {
+        state = next_field(state);
+    } else if (c == '.' || c == ',') {
+        // Deliberately a fraction of the second even after an hour or a minute.
+        state = Iso::fraction;
+    } else if (c == '+' || c == '-') {
+        offset_direction = c == '+' ? -1 : 1;
+        state = Iso::zone_hour;
+    } else {
+        return false;
+    }
+    ++p;
+    return true;
+}
+
+constexpr int iso_fraction_digits = 7;
+// The weight of the last of n fractional digits, in ticks.
+constexpr int fraction_scale[iso_fraction_digits + 1] = {0,    1000000, 100000, 10000,
+                                                         1000, 100,     10,     1};
+
+// The writable range as date-time fields, year down to fraction. Below the first, a text
+// saturates to the smallest instant; from the second on, to the largest.
+constexpr int first_writable_fields[] = {1677, 9, 21, 0, 12, 43, 1452242};
+constexpr int first_saturated_fields[] = {2262, 4, 11, 23, 47, 16, 8547759};
+
+bool fields_before(const int* fields, const int* bound) {
+    return std::lexicographical_compare(fields, fields + 7, bound, bound + 7);
+}
+
+}  // namespace
+
+bool try_iso_to_ns(const char* text, long& out) {
+    if (text == nullptr || *text == '\0') {
+        return false;
+    }
+    if (*text == 'P') {
+        return try_duration_iso_to_ns(text, out);
+    }
+
+    int year = 0, month = 0, day = 0, hour = 0, minute = 0, second = 0, fraction = 0;
+    int zone_hour = 0, zone_minute = 0;
+    // Extended texts separate the date fields with '-', which the character after the year tells.
+    bool extended = false;
+    // +1 when the zone offset is added to the clock, -1 when it is subtracted.
+    int offset_direction = 1;
+    int fraction_digits_read = 0;
+    const char* p = text;
+    Iso state = Iso::year;
+    // Each state reads its field, checks it, and moves on by what follows it.
+    while (state != Iso::complete) {
+        switch (state) {
+            case Iso::year:
+                if (!read_digits<4>(p, year)) {
+                    return false;
+                }
+                extended = *p == '-';
+                if (!extended && !is_digit(*p)) {
+                    return false;
+                }
+                p += extended ? 1 : 0;
+                state = Iso::month;
+                break;
+            case Iso::month:
+                if (!read_digits<2>(p, month) || month < 1 || month > 12 ||
+                    (extended ? *p != '-' : !is_digit(*p))) {
+                    return false;
+                }
+                p += extended ? 1 : 0;
+                state = Iso::day;
+                break;
+            case Iso::day:
+                if (!read_digits<2>(p, day) || day < 1 || day > month_length(year, month)) {
+                    return false;
+                }
+                if (*p == '\0') {
+                    state = Iso::complete;
+                } else if (*p == 'T') {
+                    ++p;
+                    state = Iso::hour;
+                } else {
+                    return false;
+                }
+                break;
+            case Iso::hour:
+                if (!read_digits<2>(p, hour) || hour > 24 ||
+                    !follow_clock_field(state, p, extended, false, offset_direction)) {
+                    return false;
+                }
+                break;
+            case Iso::minute:
+                // 24:00:00 closes the day, and nothing may follow it.
+                if (!read_digits<2>(p, minute) || minute > 59 || (hour == 24 && minute != 0) ||
+                    !follow_clock_field(state, p, extended, false, offset_direction)) {
+                    return false;
+                }
+                break;
+            case Iso::second:
+                // 60 admits the leap second.
+                if (!read_digits<2>(p, second) || second > 60 || (hour == 24 && second != 0) ||
+                    !follow_clock_field(state, p, extended, false, offset_direction)) {
+                    return false;
+                }
+                break;
+            case Iso::fraction:
+                while (fraction_digits_read < iso_fraction_digits && is_digit(*p)) {
+                    fraction = fraction * 10 + (*p++ - '0');
+                    ++fraction_digits_read;
+                }
+                if (fraction_digits_read == 0) {
+                    return false;
+                }
+                // Digits count by weight, the first in units of 100 ms.
+                fraction *= fraction_scale[fraction_digits_read];
+                // Beyond 100 ns only the next digit counts, for rounding; the sum may reach a
+                // whole second, which the arithmetic below carries over.
+                if (fraction_digits_read == iso_fraction_digits && is_digit(*p)) {
+                    fraction += *p >= '5' ? 1 : 0;
+                    while (is_digit(*p)) {
+                        ++p;
+                    }
+                }
+                if (!fraction_allowed(fraction, hour, second) ||
+                    !follow_clock_field(state, p, extended,
+                                        fraction_digits_read < iso_fraction_digits,
+                                        offset_direction)) {
+                    return false;
+                }
+                break;
+            case Iso::zone_hour:
+                if (!read_digits<2>(p, zone_hour) || zone_hour > 14) {
+                    return false;
+                }
+                // The zone is applied to the clock at once; the fields may leave their range.
+                hour += offset_direction * zone_hour;
+                if (*p == '\0') {
+                    state = Iso::complete;
+                } else if (*p == ':' || is_digit(*p)) {
+                    p += *p == ':' ? 1 : 0;
+                    state = Iso::zone_minute;
+                } else {
+                    return false;
+                }
+                break;
+            case Iso::zone_minute:
+                if (!read_digits<2>(p, zone_minute) || zone_minute > 59 ||
+                    (zone_hour == 14 && zone_minute != 0) || *p != '\0') {
+                    return false;
+                }
+                minute += offset_direction * zone_minute;
+                state = Iso::complete;
+                break;
+            case Iso::complete:
+                break;
+        }
+    }
+
+    // The range is judged field by field on the fields as the zone left them. Years strictly
+    // between the bounds' years need no further look.
+    const int fields[] = {year, month, day, hour, minute, second, fraction};
+    const bool bound_year = year <= first_writable_fields[0] || year >= first_saturated_fields[0];
+    if (bound_year && fields_before(fields, first_writable_fields)) {
+        out = smallest_instant;
+        return true;
+    }
+    if (bound_year && !fields_before(fields, first_saturated_fields)) {
+        out = largest_instant;
+        return true;
+    }
+    const long ticks = fraction + second * ticks_per_second + minute * ticks_per_minute +
+                       hour * ticks_per_hour + days_from_date(year, month, day) * ticks_per_day;
+    // A zone can push the clock fields past their range, so an instant that passed the field
+    // test may still lie beyond a bound; it saturates as well.
+    if (ticks > largest_instant / ns_per_tick) {
+        out = largest_instant;
+    } else if (ticks < smallest_instant / ns_per_tick) {
+        out = smallest_instant;
+    } else {
+        out = ticks * ns_per_tick;
+    }
+    return true;
+}
+
+bool try_duration_iso_to_ns(const std::string& text, long& out) {
+    const std::size_t size = text.size();
+    std::size_t i = 0;
+    const bool negative = size > 0 && text[0] == '-';
+    if (negative) {
+        ++i;
+    }
+    if (i >= size || text[i] != 'P' || ++i >= size) {
+        return false;
+    }
+
+    // Designators must come from the largest unit down: each one lowers the limit that the next
+    // must lie below.
+    constexpr std::uint64_t no_limit = std::numeric_limits<std::uint64_t>::max();
+    constexpr std::uint64_t after_t_limit = ns_per_duration_day - 1;
+    constexpr std::uint64_t fraction_limit = ns_per_second - 1;
+    std::uint64_t limit = no_limit;
+    std::uint64_t years = 0, months = 0, days = 0, hours = 0, minutes = 0, seconds = 0;
+    std::uint64_t fraction_ns = 0;
+    std::uint64_t fraction_weight = 0;
+    // Numbers are unsigned and wrap silently when too long.
+    std::uint64_t number = 0;
+    bool has_number = false;
+    bool after_t = false;
+    bool in_fraction = false;
+    bool fraction_open = false;
+    // A unit must weigh less than the one before it. Fields start at 0, and the falling limit
+    // lets each unit come once, so adding the number sets it.
+    const auto take_unit = [&](std::uint64_t& field, std::uint64_t weight) {
+        if (limit <= weight) {
+            return false;
+        }
+        field += number;
+        limit = weight;
+        return true;
+    };
+
+    for (; i < size; ++i) {
+        const char c = text[i];
+        if (is_digit(c)) {
+            const auto digit = static_cast<std::uint64_t>(c - '0');
+            if (in_fraction) {
+                // Digits below the nanosecond have weight 0 and so truncate.
+                fraction_ns += digit * fraction_weight;
+                fraction_weight /= 10;
+            } else {
+                number = number * 10 + digit;
+            }
+            has_number = true;
+            continue;
+        }
+        if (c == 'T') {
+            // Digits in front of T are dropped.
+            if (limit < ns_per_duration_day || i + 1 >= size) {
+                return false;
+            }
+            after_t = true;
+            limit = after_t_limit;
+            number = 0;
+            has_number = false;
+            continue;
+        }
+        if (!has_number) {
+            return false;
+        }
+        switch (c) {
+            case 'Y':
+                if (!take_unit(years, ns_per_year)) {
+                    return false;
+                }
+                break;
+            case 'M':
+                if (!take_unit(after_t ? minutes : months,
+                               after_t ? ns_per_minute : ns_per_month)) {
+                    return false;
+                }
+                break;
+            case 'W':
+                // A week count stands alone.
+                if (limit != no_limit) {
+                    return false;
+                }
+                days += number * 7;
+                limit = 0;
+                break;
+            case 'D':
+                if (!take_unit(days, ns_per_duration_day)) {
+                    return false;
+                }
+                break;
+            case 'H':
+                if (!take_unit(hours, ns_per_hour)) {
+                    return false;
+                }
+                break;
+            case '.':
+            case ',':
+                if (!after_t || limit < ns_per_second) {
+                    return false;
+                }
+                seconds = number;
+                in_fraction = true;
+                fraction_open = true;
+                fraction_weight = ns_per_second / 10;
+                limit = fraction_limit;
+                break;
+            case 'S':
+                if (in_fraction) {
+                    // Digits after a closed fraction and another S extend the same fraction.
+                    if (limit != fraction_limit) {
+                        return false;
+                    }
+                    fraction_open = false;
+                } else if (!after_t || !take_unit(seconds, ns_per_second)) {
+                    return false;
+                }
+                break;
+            default:
+                return false;
+        }
+        number = 0;
+        has_number = false;
+    }
+    if (has_number || fraction_open) {
+        return false;
+    }
+
+    const std::uint64_t magnitude = hours * ns_per_hour + days * ns_per_duration_day +
+                                    months * ns_per_month + years * ns_per_year + fraction_ns +
+                                    seconds * ns_per_second + minutes * ns_per_minute;
+    out = static_cast<long>(negative ? 0 - magnitude : magnitude);
+    return true;
+}
+
+long iso_to_ns(const char* text) {
+    long ns = 0;
+    if (!try_iso_to_ns(text, ns)) {
+        throw std::runtime_error("invalid argument");
+    }
+    return ns;
+}
+
+long iso_to_ns(const std::string& text) {
+    return iso_to_ns(text.c_str());
+}
+
+long duration_iso_to_ns(const std::string& text) {
+    long ns = 0;
+    if (!try_duration_iso_to_ns(text, ns)) {
+        throw std::runtime_error("invalid iso duration format");
+    }
+    return ns;
+}
+
+}  // namespace Quorvane
