@@ -84,6 +84,7 @@ template <class T>
 class VectorIteratorImpl : public VectorIteratorBase<T> {
 public:
     using VectorIteratorBase<T>::VectorIteratorBase;
+    using VectorIteratorBase<T>::Current;
     IObject* Current() override { return this->element(); }
 };
 
@@ -91,6 +92,7 @@ template <class T>
 class ConstVectorIteratorImpl : public VectorIteratorBase<T> {
 public:
     using VectorIteratorBase<T>::VectorIteratorBase;
+    using VectorIteratorBase<T>::Current;
     // A const iterator has no writable element.
     IObject* Current() override { return nullptr; }
 };
@@ -134,6 +136,7 @@ template <class T>
 class IteratorImpl : public MapIteratorBase<T> {
 public:
     using MapIteratorBase<T>::MapIteratorBase;
+    using MapIteratorBase<T>::Current;
     IObject* Current() override { return &this->node().second; }
 };
 
@@ -141,6 +144,7 @@ template <class T>
 class ConstIteratorImpl : public MapIteratorBase<T> {
 public:
     using MapIteratorBase<T>::MapIteratorBase;
+    using MapIteratorBase<T>::Current;
     IObject* Current() override { return nullptr; }
 };
 
