@@ -115,22 +115,27 @@ std::vector<std::string> keys_in(const Value& value) {
 
 // A description of everything a value holds, down the whole tree, for telling "unchanged".
 std::string snapshot(const Value& value) {
-    std::string text = std::to_string(static_cast<int>(value.type())) + ":" + value.get_string() +
-                       ":" + std::to_string(value.get_int32()) + ":" +
-                       std::to_string(value.get_int64()) + ":" +
-                       std::to_string(value.get_double()) + ":" +
-                       std::to_string(value.get_binary().size) + ":" + std::to_string(value.size());
+    // The bytes of a Binary carry no terminator, so they are read through their view.
+    const Binary bytes = value.get_binary();
+    const std::string text =
+        value.type() == ValueType::Binary
+            ? std::string(reinterpret_cast<const char*>(bytes.bytes), bytes.size)
+            : std::string(value.get_string());
+    std::string result = std::to_string(static_cast<int>(value.type())) + ":" + text + ":" +
+                         std::to_string(value.get_int32()) + ":" +
+                         std::to_string(value.get_int64()) + ":" +
+                         std::to_string(value.get_double()) + ":" + std::to_string(value.size());
     if (const Quorvane::Vector<Value>* vector = value.get_vector()) {
         for (unsigned long index = 0; index < vector->size(); ++index) {
-            text += "[" + snapshot(*vector->get(index)) + "]";
+            result += "[" + snapshot(*vector->get(index)) + "]";
         }
     }
     if (const Quorvane::Map<Value>* map = value.get_map()) {
         for (ConstIterator<Value> at = map->begin(); at != map->end(); ++at) {
-            text += "{" + std::string(at.name()) + "=" + snapshot(*at) + "}";
+            result += "{" + std::string(at.name()) + "=" + snapshot(*at) + "}";
         }
     }
-    return text;
+    return result;
 }
 
 }  // namespace
