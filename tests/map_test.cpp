@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "container_elements.h"
+
 #include <cstdlib>
 #include <map>
 #include <random>
@@ -16,23 +18,8 @@ using Quorvane::Value;
 
 namespace {
 
-String element_of(String*, int number) {
-    return String(std::to_string(number).c_str());
-}
-Value element_of(Value*, int number) {
-    return Value(number);
-}
-std::string label(const String& item) {
-    return item.name();
-}
-std::string label(const Value& item) {
-    return item.isset() ? std::to_string(item.get_int32()) : std::string("<default>");
-}
-
-template <class T>
-T make(int number) {
-    return element_of(static_cast<T*>(nullptr), number);
-}
+using container_elements::label;
+using container_elements::make;
 
 using Pairs = std::vector<std::pair<std::string, std::string>>;
 
@@ -58,7 +45,7 @@ Pairs walk_const(const Map<T>& map) {
 template <class T>
 class MapTest : public ::testing::Test {};
 
-using ElementTypes = ::testing::Types<String, Value>;
+using container_elements::ElementTypes;
 TYPED_TEST_SUITE(MapTest, ElementTypes);
 
 }  // namespace

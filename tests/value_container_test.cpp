@@ -1148,3 +1148,18 @@ TEST_F(ValueGuardDeathTest, ABinaryInTheSharedValueIsNotCleared) {
                            },
                            [](Value& v) { return v.get_binary().size == 3 && v.size() == 0; }});
 }
+
+TEST_F(ValueGuardDeathTest, ANullKeyOnAKeyedValueEndsTheProcess) {
+    Value record = struct_of({"a"});
+    EXPECT_DEATH(record[static_cast<const char*>(nullptr)], "");
+    EXPECT_DEATH(read_only(record)[static_cast<const char*>(nullptr)], "");
+    EXPECT_DEATH(record.find(static_cast<const char*>(nullptr)), "");
+    EXPECT_DEATH(record.insert(nullptr, Value(1)), "");
+    EXPECT_DEATH(record.insert_or_update(nullptr, Value(1)), "");
+}
+
+TEST(ValueIndexing, ANullKeyOnAnotherKindMisses) {
+    Value list = vector_of({1});
+    EXPECT_EQ(&list[static_cast<const char*>(nullptr)], &shared_empty());
+    EXPECT_TRUE(list.find(static_cast<const char*>(nullptr)) == shared_map_end());
+}

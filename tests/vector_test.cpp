@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "container_elements.h"
+
 #include <string>
 #include <vector>
 
@@ -13,25 +15,8 @@ using Quorvane::VectorIterator;
 
 namespace {
 
-// The two element types the tests run on, each with a way to make a numbered element and to
-// read the number back.
-String element_of(String*, int number) {
-    return String(std::to_string(number).c_str());
-}
-Value element_of(Value*, int number) {
-    return Value(number);
-}
-std::string label(const String& item) {
-    return item.name();
-}
-std::string label(const Value& item) {
-    return item.isset() ? std::to_string(item.get_int32()) : std::string("<default>");
-}
-
-template <class T>
-T make(int number) {
-    return element_of(static_cast<T*>(nullptr), number);
-}
+using container_elements::label;
+using container_elements::make;
 
 template <class T>
 std::vector<std::string> labels(const Vector<T>& vector) {
@@ -65,7 +50,7 @@ void expect_frame(Vector<T>& vector) {
 template <class T>
 class VectorTest : public ::testing::Test {};
 
-using ElementTypes = ::testing::Types<String, Value>;
+using container_elements::ElementTypes;
 TYPED_TEST_SUITE(VectorTest, ElementTypes);
 
 }  // namespace
