@@ -283,9 +283,10 @@ class ConstVectorIterator;
 template <class T>
 class ConstIterator;
 
-// Element types: String, Value, Command, CommandGroup, Message, Alarm and Event. The members of
-// the containers and iterators are compiled into the library for exactly these; any other T
-// fails to link.
+// The element types are the library's own object classes (String, Value, and the request and
+// diagnostic objects), which copy deeply and swap their implementations. The members of the
+// containers and iterators are compiled into the library for exactly these; any other T fails
+// to link.
 //
 // Iterators of both containers: each handle owns one small implementation object, so every copy
 // (postfix ++/--, + and -, begin(), end(), find()) allocates once; prefix ++/-- does not. A
