@@ -1040,7 +1040,8 @@ TEST_F(ValueGuardDeathTest, AVectorSwappedInStaysUnderTheGuard) {
                v.get_vector() == nullptr && v.size() == 0 && v.empty() && &v[0] == &v &&
                &v[0UL] == &v && &read_only(v)[1] == &v && v.begin_vector() == v.end_vector() &&
                v.begin_vector() == shared_vector_end() && v.find(0UL) == shared_vector_end() &&
-               read_only(v).begin_vector() == read_only(v).end_vector();
+               read_only(v).begin_vector() == read_only(v).end_vector() &&
+               read_only(v).find(1UL) == read_only(v).end_vector() && &read_only(v)[1UL] == &v;
     };
     const GuardRow rows[] = {
         {"reads", [](Value& v) { give_vector(v, 2); }, vector_kept},
