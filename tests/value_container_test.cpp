@@ -4,6 +4,8 @@
 
 #include <cstdlib>
 #include <functional>
+#include <map>
+#include <random>
 #include <string>
 #include <vector>
 
@@ -1163,4 +1165,58 @@ TEST(ValueIndexing, ANullKeyOnAnotherKindMisses) {
     Value list = vector_of({1});
     EXPECT_EQ(&list[static_cast<const char*>(nullptr)], &shared_empty());
     EXPECT_TRUE(list.find(static_cast<const char*>(nullptr)) == shared_map_end());
+}
+
+TEST(ValueRobustness, RandomByteKeysThroughTheKeyedOperations) {
+    // Arbitrary bytes (NUL ends a key, so it is left out) through every key-taking operation of
+    // a Struct value, checked against std::map in its default byte order.
+    std::mt19937 random(977);
+    Value record;
+    std::map<std::string, int> model;
+    for (int round = 0; round < 3000; ++round) {
+        std::string key(random() % 5, '\0');
+        for (char& byte : key) {
+            byte = static_cast<char>(1 + random() % 255);
+        }
+        const int number = static_cast<int>(random() % 100);
+        switch (random() % 5) {
+            case 0:
+                record.insert(key.c_str(), Value(number));
+                model.emplace(key, number);
+                break;
+            case 1:
+                record.insert_or_update(key.c_str(), number);
+                model[key] = number;
+                break;
+            case 2: {
+                const auto expected = model.find(key);
+                const Value& found = read_only(record)[key.c_str()];
+                EXPECT_EQ(&found == &shared_empty(), expected == model.end());
+                break;
+            }
+            case 3: {
+                const Iterator<Value> at = record.find(key.c_str());
+                const bool present = model.erase(key) == 1;
+                EXPECT_EQ(at != record.end(), present);
+                if (present) {
+                    record.remove(at);
+                }
+                break;
+            }
+            default:
+                record[key.c_str()] = number;
+                if (model.count(key) == 1) {
+                    model[key] = number;
+                }
+                break;
+        }
+    }
+    ASSERT_EQ(record.size(), model.size());
+    auto expected = model.begin();
+    for (ConstIterator<Value> at = read_only(record).begin(); at != read_only(record).end();
+         ++at, ++expected) {
+        EXPECT_EQ(at.name(), expected->first);
+        EXPECT_EQ(at->get_int32(), expected->second);
+    }
+    EXPECT_EQ(shared_empty().type(), ValueType::Null);
 }
