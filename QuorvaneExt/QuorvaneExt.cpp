@@ -17,6 +17,8 @@ IQuorvaneExtHost* g_pExtHost = nullptr;
 void create_shared_empties() {
     EmptyValues::empty_Timestamp();
     EmptyValues::empty_Value();
+    EmptyIterators::empty_iterator();
+    EmptyIterators::empty_vector_iterator();
 }
 
 }  // namespace
