@@ -10,6 +10,11 @@
 namespace Quorvane {
 namespace EmptyValues {
 
+inline Session& empty_Session() {
+    static Session empty_session_;
+    return empty_session_;
+}
+
 inline Timestamp& empty_Timestamp() {
     static Timestamp empty_timestammp_(0);
     return empty_timestammp_;
