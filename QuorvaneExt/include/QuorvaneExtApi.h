@@ -161,7 +161,44 @@ private:
 // Result values
 // ---------------------------------------------------------------------------------------------
 
-// (result values: ResultPair)
+class ResultPairImpl;
+
+// The result type of the system: an ErrorValue with a free text. An empty text is complete; the
+// wording for people comes from get_error_string_pretty (helper/api_helper.h). A handle without a
+// shared empty, so every setter writes.
+class QUORVANE_API ResultPair : public IObject {
+public:
+    // HMI_E_SUCCESS and an empty text.
+    ResultPair();
+    // The code and an empty text; implicit, so that a function can return a bare code.
+    ResultPair(ErrorValue result);
+    // The code and a copy of the text. A null text is a programming error: it ends the process.
+    ResultPair(ErrorValue result, const char* text);
+    ResultPair(const ResultPair& other);
+    ResultPair& operator=(ResultPair other);
+    ~ResultPair() override;
+
+    // Exchanges the implementations; always true.
+    bool swap(ResultPair& other);
+
+    ErrorValue result() const;
+    // The text, valid until this object is changed or destroyed.
+    const char* text() const;
+    // Replaces the code; the text stays.
+    void set_result(ErrorValue result);
+    // Replaces the text; the code stays. `text` must not be null.
+    void set_text(const char* text);
+
+    // Against a bare code only the codes count; the text is ignored.
+    bool operator==(const ErrorValue& result) const;
+    bool operator!=(const ErrorValue& result) const;
+    // Against another pair both count: equal codes and byte-equal texts.
+    bool operator==(const ResultPair& other) const;
+    bool operator!=(const ResultPair& other) const;
+
+private:
+    ResultPairImpl* impl_;
+};
 
 // ---------------------------------------------------------------------------------------------
 // Containers and iterators
