@@ -23,7 +23,7 @@ namespace {
 // A host whose data provider answers every read with a fixed value and counts the reads. It
 // remembers the arguments of the last read.
 class CountingHost : public IQuorvaneExtHost, public IDataProvider {
-  public:
+public:
     explicit CountingHost(Value answer) : answer_(answer) {}
 
     Value get_value(const char* name, const char* domain, bool flag) override {
@@ -45,7 +45,7 @@ class CountingHost : public IQuorvaneExtHost, public IDataProvider {
     std::string last_domain;
     bool last_flag = false;
 
-  private:
+private:
     Value answer_;
 };
 
@@ -71,7 +71,7 @@ bool same_text(const char* actual, const char* expected) {
 
 // Host scenarios change the process-wide host link, so each runs in a process of its own.
 class SessionHostDeathTest : public ::testing::Test {
-  protected:
+protected:
     void SetUp() override { GTEST_FLAG_SET(death_test_style, "threadsafe"); }
 
     static void run(const std::function<bool()>& scenario) {

@@ -427,7 +427,6 @@ class Command;
 class CommandGroup;
 class Event;
 class Message;
-class ResultPair;
 
 // The root of the interfaces through which the host calls an extension. An extension implements
 // one interface per family it serves (a class may implement several); the host learns the family

@@ -9,7 +9,7 @@ namespace Quorvane {
 
 // The record behind Context.
 class ContextImpl {
-  public:
+public:
     virtual ~ContextImpl() = default;
 
     Session session;
