@@ -204,7 +204,366 @@ private:
 // Containers and iterators
 // ---------------------------------------------------------------------------------------------
 
-// (containers and iterators)
+// The walk over a container, behind every iterator handle. Elements are seen through their root
+// class; the handles cast them back to the element type.
+class QUORVANE_API IIterator {
+public:
+    // Map iterators: the key under the iterator, valid while the element lives; throws
+    // std::runtime_error("iterator not dereferrencable") at the end. Vector iterators: always
+    // the empty text, never throws.
+    virtual const char* name() const = 0;
+    // Vector iterators move by `count` elements in either direction; map iterators take `count`
+    // steps in key order and ignore a count of 0 or below. Neither is bounded by the container.
+    virtual void Next(long count) = 0;
+    virtual void Prev(long count) = 0;
+    // The element under the iterator; throws std::runtime_error("iterator not dereferrencable")
+    // at the end. The const iterators answer null here and give their element only through the
+    // const form.
+    virtual IObject* Current() = 0;
+    virtual const IObject* Current() const = 0;
+    // True when both stand on the same place; false for null.
+    virtual bool compare(const IIterator* other) const = 0;
+    virtual ~IIterator();
+};
+
+// What every container answers. reserve and clear give an ErrorValue (0 on success).
+class QUORVANE_API IContainer {
+public:
+    // Constant time.
+    virtual unsigned long size() const = 0;
+    virtual bool empty() const = 0;
+    virtual ErrorValue reserve(std::size_t count) = 0;
+    virtual ErrorValue clear() = 0;
+    virtual ~IContainer();
+};
+
+// An ordered sequence. The IObject arguments must be of the container's element type; they are
+// taken for it without a check. Element pointers are invalidated by any growth or erase.
+class QUORVANE_API IVector : public IContainer {
+public:
+    // Appends a copy of `item`.
+    virtual IObject* add(const IObject& item) = 0;
+    // The element at `index`, or else a new default element appended at the end.
+    virtual IObject* add(std::size_t index) = 0;
+    // Appends a default element.
+    virtual IObject* add() = 0;
+    // Null when `index` is not below the size.
+    virtual IObject* get(std::size_t index) = 0;
+    // HMI_E_ENTRY_NOT_FOUND when there is nothing to erase at `index`.
+    virtual ErrorValue remove(std::size_t index) = 0;
+    // Erases [first, last); `last` beyond the size is cut to it. HMI_E_ENTRY_NOT_FOUND when
+    // `first` > `last`, the sequence is empty or `first` > size; an empty range gives 0.
+    virtual ErrorValue remove(std::size_t first, std::size_t last) = 0;
+};
+
+// A keyed collection: unique, case-sensitive keys in plain byte order ("B" before "a").
+// Element pointers stay valid until their own element is erased or the collection cleared.
+class QUORVANE_API IList : public IContainer {
+public:
+    // HMI_E_ENTRY_NOT_FOUND for a missing key. A null key ends the process.
+    virtual ErrorValue remove(const char* key) = 0;
+    // Stores a copy of `item` under `key`, replacing an existing element. Null key: null result.
+    virtual IObject* add(const char* key, const IObject& item) = 0;
+    // The element of `key`, a new default one if the key is new. Null key: null result.
+    virtual IObject* add(const char* key) = 0;
+    // Null for a missing key. A null key ends the process.
+    virtual IObject* get(const char* key) = 0;
+};
+
+template <class T>
+class Vector;
+template <class T>
+class Map;
+template <class T>
+class VectorImpl;
+template <class T>
+class MapImpl;
+template <class T>
+class ConstVectorIterator;
+template <class T>
+class ConstIterator;
+
+// Element types: String, Value, Command, CommandGroup, Message, Alarm and Event. The members of
+// the containers and iterators are compiled into the library for exactly these; any other T
+// fails to link.
+//
+// Iterators of both containers: each handle owns one small implementation object, so every copy
+// (postfix ++/--, + and -, begin(), end(), find()) allocates once; prefix ++/-- does not. A
+// default-constructed handle holds nothing: it may only be assigned to, destroyed, or be the
+// left operand of == (which then gives false). Moving past either end is not detected.
+// Dereferencing at the end throws std::runtime_error("iterator not dereferrencable"), the one
+// exception of the object model.
+
+// Writable position in a Vector<T>, with random-access arithmetic.
+template <class T>
+class QUORVANE_API VectorIterator {
+public:
+    VectorIterator();
+    VectorIterator(const VectorIterator& other);
+    VectorIterator& operator=(VectorIterator other);
+    ~VectorIterator();
+
+    // Same place. `other` must hold an implementation.
+    bool operator==(const VectorIterator& other) const;
+    bool operator!=(const VectorIterator& other) const;
+
+    VectorIterator& operator++();
+    VectorIterator operator++(int);
+    VectorIterator& operator--();
+    VectorIterator operator--(int);
+    VectorIterator& operator+=(std::size_t count);
+    VectorIterator& operator-=(std::size_t count);
+    VectorIterator operator+(std::size_t count) const;
+    VectorIterator operator-(std::size_t count) const;
+    // Distance in elements, this position less the other's.
+    long operator-(const VectorIterator& other) const;
+
+    // Order of the positions; false when `other` holds nothing.
+    bool operator<(const VectorIterator& other) const;
+    bool operator>(const VectorIterator& other) const;
+    bool operator<=(const VectorIterator& other) const;
+    bool operator>=(const VectorIterator& other) const;
+
+    // Moves this iterator by `count` and reads the element there; the iterator stays moved.
+    T& operator[](std::size_t count);
+    T* operator->() const;
+    T& operator*() const;
+
+private:
+    friend class VectorImpl<T>;
+    friend class Vector<T>;
+    friend class ConstVectorIterator<T>;
+    QUORVANE_HIDDEN explicit VectorIterator(IIterator* impl);
+
+    IIterator* impl_;
+};
+
+// Read-only position in a Vector<T>; made from a VectorIterator, never the other way round.
+template <class T>
+class QUORVANE_API ConstVectorIterator {
+public:
+    ConstVectorIterator();
+    ConstVectorIterator(const ConstVectorIterator& other);
+    ConstVectorIterator(const VectorIterator<T>& other);
+    ConstVectorIterator& operator=(ConstVectorIterator other);
+    ~ConstVectorIterator();
+
+    bool operator==(const ConstVectorIterator& other) const;
+    bool operator!=(const ConstVectorIterator& other) const;
+
+    ConstVectorIterator& operator++();
+    ConstVectorIterator operator++(int);
+    ConstVectorIterator& operator--();
+    ConstVectorIterator operator--(int);
+    ConstVectorIterator& operator+=(std::size_t count);
+    ConstVectorIterator& operator-=(std::size_t count);
+    ConstVectorIterator operator+(std::size_t count) const;
+    ConstVectorIterator operator-(std::size_t count) const;
+    long operator-(const ConstVectorIterator& other) const;
+
+    bool operator<(const ConstVectorIterator& other) const;
+    bool operator>(const ConstVectorIterator& other) const;
+    bool operator<=(const ConstVectorIterator& other) const;
+    bool operator>=(const ConstVectorIterator& other) const;
+
+    // Kept for compatibility and never to be called: it moves the iterator and then answers a
+    // null reference, because a const iterator has no writable element to give.
+    const T& operator[](std::size_t count);
+    const T* operator->() const;
+    const T& operator*() const;
+
+private:
+    friend class VectorImpl<T>;
+    friend class Vector<T>;
+    QUORVANE_HIDDEN explicit ConstVectorIterator(IIterator* impl);
+
+    IIterator* impl_;
+};
+
+// Writable position in a Map<T>, walking in key order.
+template <class T>
+class QUORVANE_API Iterator {
+public:
+    Iterator();
+    Iterator(const Iterator& other);
+    Iterator& operator=(Iterator other);
+    ~Iterator();
+
+    bool operator==(const Iterator& other) const;
+    bool operator!=(const Iterator& other) const;
+
+    Iterator& operator++();
+    Iterator operator++(int);
+    Iterator& operator--();
+    Iterator operator--(int);
+
+    // Takes `count` steps and reads the element there; the iterator stays moved.
+    T& operator[](std::size_t count);
+    T* operator->() const;
+    T& operator*() const;
+
+    // The key under the iterator, valid while the element lives; throws at the end.
+    const char* name() const;
+
+private:
+    friend class MapImpl<T>;
+    friend class Map<T>;
+    friend class ConstIterator<T>;
+    QUORVANE_HIDDEN explicit Iterator(IIterator* impl);
+
+    IIterator* impl_;
+};
+
+// Read-only position in a Map<T>; made from an Iterator, never the other way round.
+template <class T>
+class QUORVANE_API ConstIterator {
+public:
+    ConstIterator();
+    ConstIterator(const ConstIterator& other);
+    ConstIterator(const Iterator<T>& other);
+    ConstIterator& operator=(ConstIterator other);
+    ~ConstIterator();
+
+    bool operator==(const ConstIterator& other) const;
+    bool operator!=(const ConstIterator& other) const;
+
+    ConstIterator& operator++();
+    ConstIterator operator++(int);
+    ConstIterator& operator--();
+    ConstIterator operator--(int);
+
+    // Kept for compatibility and never to be called: it moves the iterator and then answers a
+    // null reference.
+    const T& operator[](std::size_t count);
+    const T* operator->() const;
+    const T& operator*() const;
+
+    const char* name() const;
+
+private:
+    friend class MapImpl<T>;
+    friend class Map<T>;
+    QUORVANE_HIDDEN explicit ConstIterator(IIterator* impl);
+
+    IIterator* impl_;
+};
+
+// An ordered sequence of T held by value; copies are deep. Any growth, reserve or erase
+// invalidates outstanding iterators and element pointers (not detected); a fresh begin() or
+// end() is always right. After cleanup() only create() and cleanup() are allowed.
+template <class T>
+class QUORVANE_API Vector {
+public:
+    Vector();
+    Vector(const Vector& other);
+    // Exchanges the implementations with the argument, whose old content dies with it.
+    Vector& operator=(Vector other);
+    ~Vector();
+
+    // Replaces the content by a new, empty implementation.
+    void create();
+    // Destroys the implementation; a second call does nothing.
+    void cleanup();
+
+    // Constant time.
+    unsigned long size() const;
+    bool empty() const;
+
+    VectorIterator<T> begin();
+    VectorIterator<T> end();
+    ConstVectorIterator<T> begin() const;
+    ConstVectorIterator<T> end() const;
+
+    // Inserts a copy of `item` before `position` (the end position appends) and returns an
+    // iterator on it.
+    VectorIterator<T> insert(const VectorIterator<T>& position, const T& item);
+    // The element at `index`, or the end position when `index` is not below the size.
+    VectorIterator<T> find(std::size_t index);
+    ConstVectorIterator<T> find(std::size_t index) const;
+    // The element at `index`, or null. Constant time.
+    T* get(std::size_t index);
+    const T* get(std::size_t index) const;
+
+    // Appends a copy of `item`; gives the new element.
+    T* add(const T& item);
+    // Appends a default element.
+    T* add();
+    // The element at `index` if there is one; otherwise a default element appended at the end
+    // (at the size, not at `index`).
+    T* add(std::size_t index);
+
+    // HMI_E_ENTRY_NOT_FOUND when `index` is not below the size.
+    ErrorValue remove(std::size_t index);
+    // Erases [first, last); `last` beyond the size is cut to it. HMI_E_ENTRY_NOT_FOUND when
+    // `first` > `last`, the vector is empty or `first` > size; an empty range erases nothing
+    // and gives 0.
+    ErrorValue remove(std::size_t first, std::size_t last);
+    // Erases the element under `position` and gives an iterator on the one that followed. At
+    // the end position, or on an empty vector, nothing is erased and the end is returned.
+    VectorIterator<T> remove(const VectorIterator<T>& position);
+    // Destroys every element and keeps the capacity; gives 0.
+    ErrorValue clear();
+    // Grows the capacity to at least `count`; gives 0.
+    ErrorValue reserve(std::size_t count);
+
+private:
+    IVector* impl_;
+};
+
+// Elements of T under unique, case-sensitive text keys, kept and walked in plain byte order of
+// the keys ("B" before "a"); copies are deep. Lookups by key take logarithmic time and make no
+// temporary text. Iterators and element pointers stay valid until their own element is erased;
+// clear() invalidates all of them. After cleanup() only create() and cleanup() are allowed.
+// A null key to find, get, remove, insert or insert_or_update ends the process.
+template <class T>
+class QUORVANE_API Map {
+public:
+    Map();
+    Map(const Map& other);
+    Map& operator=(Map other);
+    ~Map();
+
+    void create();
+    void cleanup();
+
+    unsigned long size() const;
+    bool empty() const;
+
+    Iterator<T> begin();
+    Iterator<T> end();
+    ConstIterator<T> begin() const;
+    ConstIterator<T> end() const;
+
+    // Adds the pair if `key` is new; an existing element keeps its value. The iterator stands
+    // on the element of `key` either way.
+    Iterator<T> insert(const char* key, const T& item);
+    // As insert, but an existing element is overwritten with a copy of `item`.
+    Iterator<T> insert_or_update(const char* key, const T& item);
+    // The element of `key`, or the end position.
+    Iterator<T> find(const char* key);
+    ConstIterator<T> find(const char* key) const;
+    // The element of `key`, or null.
+    T* get(const char* key);
+    const T* get(const char* key) const;
+
+    // As insert_or_update, giving the element. A null key gives null and changes nothing.
+    T* add(const char* key, const T& item);
+    // The element of `key`, a new default one if the key is new. A null key gives null.
+    T* add(const char* key);
+
+    // HMI_E_ENTRY_NOT_FOUND when `key` is missing.
+    ErrorValue remove(const char* key);
+    // Erases the element under `position` and gives an iterator on the next one in key order;
+    // at the end position, or on an empty map, the end is returned.
+    Iterator<T> remove(const Iterator<T>& position);
+    // Destroys every element; gives 0.
+    ErrorValue clear();
+    // A map has no capacity: does nothing and gives HMI_E_NOT_IMPLEMENTED.
+    ErrorValue reserve(std::size_t count);
+
+private:
+    IList* impl_;
+};
 
 // ---------------------------------------------------------------------------------------------
 // Value
@@ -307,6 +666,106 @@ public:
     operator Timestamp() const;
     operator Timespan() const;
     operator Binary() const;
+
+    // ---- as a container ------------------------------------------------------------------
+    //
+    // A Vector value holds a Vector<Value>, a Map or Struct value a Map<Value>. Indexing never
+    // creates an element and never changes the kind: a miss, a wrong kind or the shared empty
+    // value answers the shared empty value, so chains of [] by key and number never fail and a
+    // write at their end is dropped. Only three operations turn a Null into a container: a keyed
+    // insert (Struct), operator<< and resize (Vector). An Any counts only for get_map,
+    // get_vector and size; everything else here wants the exact kind.
+
+    // Map, Struct, or an Any holding a map: the map inside this value. Otherwise, and for the
+    // shared empty value, null. Valid until the value is changed.
+    Map<Value>* get_map();
+    const Map<Value>* get_map() const;
+    // Vector, or an Any holding a vector: the vector inside this value. Otherwise null; the
+    // non-const form also answers null for the shared empty value.
+    Vector<Value>* get_vector();
+    const Vector<Value>* get_vector() const;
+
+    // Vector: the element at `index`; anything else the shared empty value. No allocation.
+    Value& operator[](unsigned long index);
+    const Value& operator[](unsigned long index) const;
+    // As above; a negative index misses.
+    Value& operator[](int index);
+    const Value& operator[](int index) const;
+    // Map or Struct: the element of `key`; anything else the shared empty value. A null key on
+    // a Map or Struct ends the process.
+    Value& operator[](const char* key);
+    const Value& operator[](const char* key) const;
+
+    // Null becomes Vector first. Vector: appends a copy of `item`. Other kinds and the shared
+    // empty value: nothing.
+    Value& operator<<(const Value& item);
+    // Null becomes Vector first. Vector: cuts the elements from `count` on, or appends copies
+    // of `fill` up to `count`. Other kinds and the shared empty value: nothing.
+    void resize(unsigned long count, const Value& fill);
+
+    // Null becomes Struct first. Map or Struct: adds a copy of `item` under `key` unless the key
+    // exists, which keeps its element; the iterator stands on the element of `key`. Other kinds
+    // and the shared empty value: the end of an always-empty map, equal to end().
+    Iterator<Value> insert(const char* key, const Value& item);
+    Iterator<Value> insert(const char* key, const char* item);
+    // As insert, but an existing element is overwritten.
+    Iterator<Value> insert_or_update(const char* key, const Value& item);
+    Iterator<Value> insert_or_update(const char* key, const char* item);
+    // Vector: inserts a copy of `item` before `position` and gives an iterator on it. Any other
+    // kind (Null included) and the shared empty value: the end of an always-empty vector, equal
+    // to end_vector().
+    VectorIterator<Value> insert(const VectorIterator<Value>& position, const Value& item);
+    // The same for an item that becomes a Value of its own kind: T is one of bool (Bool), int
+    // (Int), long (Int64), double (Double), const char* (String), Binary, Timestamp (DateTime),
+    // Timespan (TimeSpan) or Value. Only the Value forms refuse the shared empty value; the
+    // others write even through it, so never insert through a miss with them.
+    template <class T>
+    Iterator<Value> insert(const char* key, const T& item);
+    template <class T>
+    Iterator<Value> insert_or_update(const char* key, const T& item);
+    template <class T>
+    VectorIterator<Value> insert(const VectorIterator<Value>& position, const T& item);
+    // A text item at a position; like the template forms, without the guard.
+    VectorIterator<Value> insert(const VectorIterator<Value>& position, const char* item);
+
+    // Vector: as Vector::remove (HMI_E_ENTRY_NOT_FOUND for a bad index or range). Other kinds
+    // and the shared empty value: HMI_E_INVALID_TYPE.
+    ErrorValue remove(unsigned long index);
+    ErrorValue remove(unsigned long first, unsigned long last);
+    // Map or Struct: erases the element and gives the next one in key order. Otherwise end().
+    Iterator<Value> remove(const Iterator<Value>& position);
+    // Vector: erases the element and gives the one that followed. Otherwise end_vector().
+    VectorIterator<Value> remove(const VectorIterator<Value>& position);
+    // Map, Struct, Vector: removes every entry; Binary: drops the bytes. The kind stays. Other
+    // kinds (String included) and the shared empty value: nothing.
+    void clear();
+    // Vector: grows the capacity. Otherwise nothing.
+    void reserve(unsigned long count);
+
+    // String: the text's length; Binary: the byte count; Vector, Map, Struct, and an Any
+    // holding either: the element count. Otherwise, and for the shared empty value, 0.
+    unsigned long size() const;
+    // String, Vector, Map, Struct: size() is 0. Other kinds: the kind is Null, so an empty
+    // Binary or an Int 0 is not empty. True for the shared empty value.
+    bool empty() const;
+
+    // Map or Struct: its iterators and key lookup (find gives end() on a miss). Every other
+    // kind, an Any included, and the shared empty value: the end of an always-empty map, so
+    // begin() == end() and a loop ends at once. Each call allocates one iterator.
+    Iterator<Value> begin();
+    Iterator<Value> end();
+    ConstIterator<Value> begin() const;
+    ConstIterator<Value> end() const;
+    Iterator<Value> find(const char* key);
+    ConstIterator<Value> find(const char* key) const;
+    // Vector: its iterators and index lookup (find gives end_vector() past the size). Every
+    // other kind and the shared empty value: the end of an always-empty vector.
+    VectorIterator<Value> begin_vector();
+    VectorIterator<Value> end_vector();
+    ConstVectorIterator<Value> begin_vector() const;
+    ConstVectorIterator<Value> end_vector() const;
+    VectorIterator<Value> find(unsigned long index);
+    ConstVectorIterator<Value> find(unsigned long index) const;
 
 private:
     // True when this handle is the shared empty value.
