@@ -18,6 +18,8 @@ void create_shared_empties() {
     EmptyValues::empty_Session();
     EmptyValues::empty_Timestamp();
     EmptyValues::empty_Value();
+    EmptyIterators::empty_iterator();
+    EmptyIterators::empty_vector_iterator();
 }
 
 }  // namespace

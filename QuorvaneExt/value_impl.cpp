@@ -198,4 +198,86 @@ Timespan ValueImpl::get_timespan() const {
     return Timespan(std::get<kLong>(data));
 }
 
+void ValueImpl::set(const Map<Value>* map) {
+    if (map == nullptr) {
+        return;
+    }
+    data.emplace<kMap>(*map);
+    type = ValueType::Map;
+}
+
+void ValueImpl::set(const Vector<Value>* vector) {
+    if (vector == nullptr) {
+        return;
+    }
+    data.emplace<kVector>(*vector);
+    type = ValueType::Vector;
+}
+
+Map<Value>* ValueImpl::get_map() {
+    const bool keyed = is_one_of(type, {ValueType::Map, ValueType::Struct, ValueType::Any});
+    return keyed ? std::get_if<kMap>(&data) : nullptr;
+}
+
+const Map<Value>* ValueImpl::get_map() const {
+    return const_cast<ValueImpl*>(this)->get_map();
+}
+
+Vector<Value>* ValueImpl::get_vector() {
+    const bool ordered = is_one_of(type, {ValueType::Vector, ValueType::Any});
+    return ordered ? std::get_if<kVector>(&data) : nullptr;
+}
+
+const Vector<Value>* ValueImpl::get_vector() const {
+    return const_cast<ValueImpl*>(this)->get_vector();
+}
+
+unsigned long ValueImpl::size() const {
+    switch (type) {
+        case ValueType::String:
+        case ValueType::Binary: {
+            const Bytes* bytes = std::get_if<kBytes>(&data);
+            if (bytes == nullptr || bytes->empty()) {
+                return 0;
+            }
+            // A text counts without the NUL it is stored with.
+            return type == ValueType::String ? bytes->size() - 1 : bytes->size();
+        }
+        case ValueType::Vector:
+        case ValueType::Map:
+        case ValueType::Struct:
+        case ValueType::Any:
+            if (const Vector<Value>* vector = get_vector()) {
+                return vector->size();
+            }
+            if (const Map<Value>* map = get_map()) {
+                return map->size();
+            }
+            return 0;
+        default:
+            return 0;
+    }
+}
+
+void ValueImpl::resize(unsigned long count, const Value& fill) {
+    if (type == ValueType::Null) {
+        set_type(ValueType::Vector);
+    }
+    Vector<Value>* vector = type == ValueType::Vector ? get_vector() : nullptr;
+    if (vector == nullptr) {
+        return;
+    }
+    const unsigned long size = vector->size();
+    if (size > count) {
+        vector->remove(count, size);
+        return;
+    }
+    // `fill` may be an element of this vector, or the value that holds it.
+    const Value copy(fill);
+    vector->reserve(count);
+    while (vector->size() < count) {
+        vector->add(copy);
+    }
+}
+
 }  // namespace Quorvane

@@ -770,6 +770,10 @@ public:
 private:
     // True when this handle is the shared empty value.
     QUORVANE_HIDDEN bool guarded() const;
+    // The vector or map of this value when it has exactly that kind and is not the shared
+    // empty value; else null.
+    QUORVANE_HIDDEN Vector<Value>* own_vector() const;
+    QUORVANE_HIDDEN Map<Value>* own_map() const;
 
     ValueImpl* impl_;
 };

@@ -27,3 +27,21 @@ inline Value& empty_Value() {
 
 }  // namespace EmptyValues
 }  // namespace Quorvane
+
+namespace Quorvane {
+namespace EmptyIterators {
+
+// Always-empty containers, not iterators: a Value of the wrong kind hands out their end
+// position, so that a loop over it ends at once.
+inline Map<Value>& empty_iterator() {
+    static Map<Value> empty_iterator_;
+    return empty_iterator_;
+}
+
+inline Vector<Value>& empty_vector_iterator() {
+    static Vector<Value> empty_vector_iterator_;
+    return empty_vector_iterator_;
+}
+
+}  // namespace EmptyIterators
+}  // namespace Quorvane

@@ -27,8 +27,8 @@ public:
                               Bytes,                   // String (with its NUL), Binary
                               long,                    // Int64, DateTime, TimeSpan
                               ReservedAlternative<5>,  // Alarm
-                              ReservedAlternative<6>,  // Vector
-                              ReservedAlternative<7>>; // Map, Struct
+                              Vector<Value>,           // Vector
+                              Map<Value>>;             // Map, Struct
 
     // Alternative numbers of Data.
     enum Alternative : std::size_t {
@@ -68,6 +68,23 @@ public:
     Binary get_binary() const;
     Timestamp get_timestamp() const;
     Timespan get_timespan() const;
+
+    // Kind Map, data a copy of the map (never Struct). Null changes nothing.
+    void set(const Map<Value>* map);
+    // Kind Vector, data a copy of the vector. Null changes nothing.
+    void set(const Vector<Value>* vector);
+    // Map, Struct, or an Any holding a map: the map. Otherwise null.
+    Map<Value>* get_map();
+    const Map<Value>* get_map() const;
+    // Vector, or an Any holding a vector: the vector. Otherwise null.
+    Vector<Value>* get_vector();
+    const Vector<Value>* get_vector() const;
+
+    // The measure of Value::size: text length, byte count, or element count by kind.
+    unsigned long size() const;
+    // A Null becomes a Vector first; a Vector is cut to `count` or filled up to it with copies
+    // of `fill`; any other kind stays as it is.
+    void resize(unsigned long count, const Value& fill);
 
 private:
     bool holds(Alternative alternative) const { return data.index() == alternative; }
