@@ -39,7 +39,10 @@ public:
     ResultPair on_event_localization(const Session&, Event&) override { return ResultPair(); }
     ResultPair on_alarm_1(const Context&, Value&) override { return ResultPair(); }
     ResultPair on_alarm_2(const Context&, Alarm&) override { return ResultPair(); }
-    ResultPair on_request(const Context&, CommandGroup&) override { return ResultPair(); }
+    ResultPair on_request(const Context&, CommandGroup& commands) override {
+        commands[0].set_read_value(Value(7));
+        return ResultPair();
+    }
     ResultPair on_subscription_1(const Context&, CommandGroup&) override { return ResultPair(); }
     ResultPair on_subscription_2(const Context&, CommandGroup&) override { return ResultPair(); }
     void on_session_1(const Session&) override {}
@@ -189,6 +192,11 @@ TEST(ListenerInterfaces, AHostCallsThroughTheInterface) {
     EXPECT_EQ(answer.result(), HMI_E_FAIL);
     EXPECT_STREQ(answer.text(), "Plant");
     EXPECT_STREQ(response.get_string(), "GET /");
+    IQuorvaneRequestListener& requests = object;
+    CommandGroup commands;
+    commands.insert(commands.end_vector(), Command("a"));
+    EXPECT_EQ(requests.on_request(Context(), commands), HMI_E_SUCCESS);
+    EXPECT_EQ(commands[0].read_value().get_int32(), 7);
     IQuorvaneShutdownListener& shutdown = object;
     shutdown.on_shutdown(HMI_E_RESTART);
     EXPECT_EQ(object.shutdown_reason, HMI_E_RESTART);

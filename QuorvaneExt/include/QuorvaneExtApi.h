@@ -879,15 +879,257 @@ private:
 // Command and CommandGroup
 // ---------------------------------------------------------------------------------------------
 
-// (command and command group)
+class CommandImpl;
+class CommandGroupImpl;
+
+// The host's bookkeeping bits of a command. The library knows three; the others belong to the
+// host and are carried as they are.
+enum InternalCommandOption : std::uint32_t {
+    // The command changed in this request; Command::changed reads it.
+    INTERNAL_COMMAND_CHANGED = 0x1,
+    // The command was explicitly declared unchanged.
+    INTERNAL_COMMAND_UNCHANGED = 0x1000,
+    // Set in every new command; the library never tests or changes it.
+    INTERNAL_COMMAND_DEFAULT_MARK = 0x40000,
+    // The bits of a new command.
+    INTERNAL_COMMAND_DEFAULT = 0x40001,
+};
+
+// Options of a command, agreed between host and extension; the library stores them and never
+// reads them. A new command carries 0.
+enum CommandOption : std::uint32_t {
+    COMMAND_OPTION_NONE = 0,
+};
+
+// The host's bits of a request; stored for it, without effect in the library. A new request
+// carries 0.
+enum CommandGroupFlags : std::uint32_t {
+    COMMAND_GROUP_FLAGS_NONE = 0,
+};
+
+// The host's state of a request; stored for it, without effect in the library. A new request
+// carries 1.
+enum MapperChangeState : std::int32_t {
+    MAPPER_CHANGE_STATE_DEFAULT = 1,
+};
+
+// The host's face of a Command, reached through Command::mapper(): what an extension does not
+// set. Plain accesses without the shared-empty check, so writes through the mapper of a miss do
+// land in the shared object. The host calls these by position; the order is fixed.
+class QUORVANE_API ICommandMapper {
+public:
+    // Stores the whole word; see InternalCommandOption.
+    virtual void set_flags(InternalCommandOption flags) = 0;
+    virtual InternalCommandOption flags() const = 0;
+    // The host's own number; the library gives it no unit.
+    virtual void set_last_sent(long last_sent) = 0;
+    virtual long last_sent() const = 0;
+    // Text setters copy; null is a precondition violation.
+    virtual void set_path(const char* path) = 0;
+    virtual void set_symbol_name(const char* symbol_name) = 0;
+    // Valid until the command is changed or destroyed.
+    virtual const char* symbol_name() const = 0;
+    virtual void set_mapping(const char* mapping) = 0;
+    virtual void set_domain(const char* domain) = 0;
+    // A result other than the stored one marks the command changed (and withdraws an explicit
+    // "unchanged"); the same result again touches no flag.
+    virtual void set_result(ErrorValue result) = 0;
+    virtual void set_hash(unsigned int hash) = 0;
+    virtual unsigned int hash() const = 0;
+    // Makes isset() false for good; the library does it only to its shared empty command.
+    virtual void unset() = 0;
+    // Stores a deep copy, making the symbol options present.
+    virtual void set_symbol_options(const Value& symbol_options) = 0;
+    virtual ~ICommandMapper();
+};
+
+// One operation of a request: a named symbol, the value written to it, the value read from it,
+// its options and paging, and the outcome. The host fills it through mapper(); an extension
+// reads it and answers with the read value, results and processing times.
+//
+// A miss (CommandGroup::operator[] past the end) answers the shared empty command, whose
+// isset() is false. Its setters do nothing, its getters answer defaults, and its Value
+// references are the shared empty value (where writes are dropped too). Only mapper() reaches
+// its implementation. Assignment has no such check: assigning to the shared empty command
+// replaces its implementation, which then stays as inert as before. Copies are deep (all fields,
+// flags and the presence of the optional members included); text results stay valid until the
+// command is changed or destroyed; null text arguments are precondition violations.
+class QUORVANE_API Command : public IObject {
+public:
+    // Empty texts, results 0, options 0, flags INTERNAL_COMMAND_DEFAULT, Null values, times 0,
+    // no paging, no symbol options, isset() true.
+    Command();
+    // As above, named `name`.
+    Command(const char* name);
+    Command(const Command& other);
+    // Exchanges implementations with the argument, without the shared-empty check.
+    Command& operator=(Command other);
+    ~Command() override;
+
+    // Exchanges implementations, without any check; always true.
+    bool swap(Command& other);
+
+    // False only for the shared empty command and copies made of it.
+    bool isset() const;
+
+    // Equal when both are the same object or their names are equal byte for byte; nothing else
+    // takes part.
+    bool operator==(const Command& other) const;
+    bool operator!=(const Command& other) const;
+
+    // The host's face: the implementation itself, without protection (also for a miss).
+    ICommandMapper* mapper();
+    const ICommandMapper* mapper() const;
+
+    const char* name() const;
+    const char* domain() const;
+    const char* mapping() const;
+    const char* path() const;
+    const char* customer_data() const;
+    const char* result_string() const;
+    ErrorValue result() const;
+    unsigned int extension_result() const;
+    CommandOption options() const;
+    // Whether the INTERNAL_COMMAND_CHANGED bit is set; a new command is changed.
+    bool changed() const;
+
+    void set_name(const char* name);
+    void set_customer_data(const char* customer_data);
+    // Free text for the client; not derived from result().
+    void set_result_string(const char* result_string);
+    void set_extension_result(unsigned int extension_result);
+    void set_options(CommandOption options);
+    // Sets INTERNAL_COMMAND_CHANGED for true, INTERNAL_COMMAND_UNCHANGED for false, and clears
+    // the other of the two; all other bits stay.
+    void set_changed(bool changed);
+
+    // References into the command, valid while it lives; the shared empty value for a miss.
+    Value& read_value();
+    const Value& read_value() const;
+    Value& write_value();
+    const Value& write_value() const;
+    // Store a deep copy; the flags stay.
+    void set_read_value(const Value& value);
+    void set_write_value(const Value& value);
+
+    // Whether the member is present and holds something (Value::empty is false); false for a
+    // miss.
+    bool has_paging() const;
+    bool has_symbol_options() const;
+    // The member, made present (as a Null) by the first access even through the const forms,
+    // so concurrent first reads race. The shared empty value for a miss. Paging has no setter:
+    // it is filled through this reference.
+    Value& paging();
+    const Value& paging() const;
+    Value& symbol_options();
+    const Value& symbol_options() const;
+
+    // Copies; 0 ns for a miss.
+    Timestamp processed_start() const;
+    Timestamp processed_end() const;
+    void set_processed_start(const Timestamp& time);
+    void set_processed_end(const Timestamp& time);
+    // Store the monotonic clock (Timestamp::steady_now), for measuring the processing time: the
+    // difference of the two marks, never a wall time.
+    void set_processed_start();
+    void set_processed_end();
+
+private:
+    // True when this handle holds the implementation of the shared empty command.
+    QUORVANE_HIDDEN bool guarded() const;
+
+    CommandImpl* impl_;
+};
+
+// The host's face of a CommandGroup, reached through CommandGroup::mapper(). Plain accesses
+// without the shared-empty check. The host calls these by position; the order is fixed.
+class QUORVANE_API ICommandGroupMapper {
+public:
+    virtual MapperChangeState change_state() const = 0;
+    virtual void set_change_state(MapperChangeState change_state) = 0;
+    virtual void set_flags(CommandGroupFlags flags) = 0;
+    virtual CommandGroupFlags flags() = 0;
+    // Makes isset() false for good; the library does it only to its shared empty group.
+    virtual void unset() = 0;
+    virtual ~ICommandGroupMapper();
+};
+
+// A request: commands in order (names need not be unique), addressed to one domain, with one
+// overall result. Positions, not keys, find a command.
+//
+// The shared empty group (isset() false) stands in for a missing group: its setters, reserve,
+// clear and insert do nothing. Assignment has no such check. Copies are deep, every command
+// included. Iterators are those of Vector<Command>: growth and erasure invalidate them.
+class QUORVANE_API CommandGroup : public IObject {
+public:
+    // Empty domain, result 0, flags 0, change state 1, no commands, isset() true.
+    CommandGroup();
+    // As above, addressed to `domain` (not null).
+    CommandGroup(const char* domain);
+    CommandGroup(const CommandGroup& other);
+    // Exchanges implementations with the argument, without the shared-empty check.
+    CommandGroup& operator=(CommandGroup other);
+    ~CommandGroup() override;
+
+    // Exchanges implementations, without any check; always true.
+    bool swap(CommandGroup& other);
+
+    // False only for the shared empty group and copies made of it.
+    bool isset() const;
+
+    // Equal when both are the same object or they hold the same number of commands with equal
+    // names (byte for byte) in the same order; nothing else takes part.
+    bool operator==(const CommandGroup& other) const;
+    bool operator!=(const CommandGroup& other) const;
+
+    // The host's face: the implementation itself, without protection.
+    ICommandGroupMapper* mapper();
+
+    // Valid until the group is changed or destroyed.
+    const char* domain() const;
+    // `domain` must not be null.
+    void set_domain(const char* domain);
+    unsigned int result() const;
+    void set_result(unsigned int result);
+
+    // Constant time.
+    unsigned long size() const;
+    bool empty() const;
+    void reserve(unsigned long count);
+    // Removes every command; domain and result stay.
+    void clear();
+
+    // The command at `index`, writable although the group is const; the shared empty command
+    // (isset() false, writes dropped) when `index` is not below the size.
+    Command& operator[](unsigned long index) const;
+    // An iterator on the command at `index`, or end_vector() when `index` is not below the size.
+    // Allocates one iterator.
+    VectorIterator<Command> find(unsigned long index) const;
+    VectorIterator<Command> begin_vector();
+    VectorIterator<Command> end_vector();
+    ConstVectorIterator<Command> begin_vector() const;
+    ConstVectorIterator<Command> end_vector() const;
+
+    // Inserts a copy of `command` before `position` (which must belong to this group; the end
+    // appends) and returns an iterator on it. The shared empty group answers its end instead.
+    VectorIterator<Command> insert(const VectorIterator<Command>& position,
+                                   const Command& command);
+    // Erases the command under `position` (which must belong to this group) and returns an
+    // iterator on the one that followed; the end position erases nothing and answers the end.
+    VectorIterator<Command> remove(const VectorIterator<Command>& position);
+
+private:
+    // True when this handle holds the implementation of the shared empty group.
+    QUORVANE_HIDDEN bool guarded() const;
+
+    CommandGroupImpl* impl_;
+};
 
 // ---------------------------------------------------------------------------------------------
 // Listener interfaces
 // ---------------------------------------------------------------------------------------------
 
 class Alarm;
-class Command;
-class CommandGroup;
 class Event;
 class Message;
 

@@ -17,6 +17,8 @@
 // then compiled for it.
 #define QUORVANE_FOR_EACH_ELEMENT_TYPE(X) \
     X(String)                             \
+    X(Command)                            \
+    X(CommandGroup)                       \
     X(Value)
 
 namespace Quorvane {
