@@ -175,6 +175,11 @@ T& VectorIterator<T>::operator*() const {
     return *static_cast<T*>(impl_->Current());
 }
 
+template <class T>
+const char* VectorIterator<T>::name() const {
+    return impl_->name();
+}
+
 // ---- ConstVectorIterator ------------------------------------------------------------------
 
 template <class T>
@@ -304,6 +309,11 @@ const T* ConstVectorIterator<T>::operator->() const {
 template <class T>
 const T& ConstVectorIterator<T>::operator*() const {
     return *operator->();
+}
+
+template <class T>
+const char* ConstVectorIterator<T>::name() const {
+    return impl_->name();
 }
 
 // ---- Iterator -----------------------------------------------------------------------------

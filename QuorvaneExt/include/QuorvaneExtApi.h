@@ -329,6 +329,9 @@ public:
     T* operator->() const;
     T& operator*() const;
 
+    // Elements of a vector have no key: always the empty text, also at the end; never throws.
+    const char* name() const;
+
 private:
     friend class VectorImpl<T>;
     friend class Vector<T>;
@@ -371,6 +374,9 @@ public:
     const T& operator[](std::size_t count);
     const T* operator->() const;
     const T& operator*() const;
+
+    // Always the empty text; never throws.
+    const char* name() const;
 
 private:
     friend class VectorImpl<T>;

@@ -86,6 +86,7 @@ template <class T>
 class VectorIteratorImpl : public VectorIteratorBase<T> {
 public:
     using VectorIteratorBase<T>::VectorIteratorBase;
+    using VectorIteratorBase<T>::Current;
     IObject* Current() override { return this->element(); }
 };
 
@@ -93,6 +94,7 @@ template <class T>
 class ConstVectorIteratorImpl : public VectorIteratorBase<T> {
 public:
     using VectorIteratorBase<T>::VectorIteratorBase;
+    using VectorIteratorBase<T>::Current;
     // A const iterator has no writable element.
     IObject* Current() override { return nullptr; }
 };
@@ -136,6 +138,7 @@ template <class T>
 class IteratorImpl : public MapIteratorBase<T> {
 public:
     using MapIteratorBase<T>::MapIteratorBase;
+    using MapIteratorBase<T>::Current;
     IObject* Current() override { return &this->node().second; }
 };
 
@@ -143,6 +146,7 @@ template <class T>
 class ConstIteratorImpl : public MapIteratorBase<T> {
 public:
     using MapIteratorBase<T>::MapIteratorBase;
+    using MapIteratorBase<T>::Current;
     IObject* Current() override { return nullptr; }
 };
 
