@@ -8,7 +8,8 @@
 namespace Quorvane {
 
 // The record behind Session. Plain data: no virtual operations.
-struct SessionImpl {
+class SessionImpl {
+public:
     std::string id_;
     std::string user_;
     // The stored language; empty until set, or until the host's default has been read into it.
