@@ -34,7 +34,8 @@ TEST(String, AssignmentTakesTheValue) {
     String text("a");
     text = String("b");
     EXPECT_STREQ(text.name(), "b");
-    text = text;
+    const String& same = text;
+    text = same;
     EXPECT_STREQ(text.name(), "b");
 }
 

@@ -80,7 +80,8 @@ TEST(Timestamp, CopyIsIndependent) {
 
 TEST(Timestamp, SelfAssignmentKeepsTheCount) {
     Timestamp time(5);
-    time = time;
+    const Timestamp& same = time;
+    time = same;
     EXPECT_EQ(time.nanoseconds(), 5);
 }
 

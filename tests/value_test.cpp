@@ -303,7 +303,8 @@ TEST(ValueSet, SwapExchangesAndAnswersTrue) {
 
 TEST(ValueSet, SelfAssignmentKeepsTheContent) {
     Value value("same");
-    value = value;
+    const Value& same = value;
+    value = same;
     EXPECT_STREQ(value.get_string(), "same");
 }
 

@@ -22,10 +22,9 @@ struct CatalogueRow {
     const char* text;
 };
 
-#define ROW(name, text)           \
-    CatalogueRow {                \
-        HMI_E_##name, #name, text \
-    }
+// The symbolic name is the enumerator's own spelling, so the two cannot drift apart.
+#define ROW(name, text) \
+    { HMI_E_##name, #name, text }
 
 // Every named outcome, in ascending order of its number. Two rows share "Invalid checksum", and
 // "Schmea missing" is the established wording that hosts and logs already match on.

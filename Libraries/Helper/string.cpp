@@ -43,6 +43,15 @@ void cut_right(std::string& text, std::size_t last_kept) {
     text.erase(last_kept == std::string::npos ? 0 : last_kept + 1);
 }
 
+// Cuts the text at a found position; a miss leaves it alone.
+bool cut_at(std::string& text, std::size_t pos) {
+    if (pos == std::string::npos) {
+        return false;
+    }
+    text.erase(pos);
+    return true;
+}
+
 template <class Transform>
 std::string transform_bytes(std::string text, Transform transform) {
     for (char& c : text) {
@@ -254,21 +263,11 @@ std::string remove_end_copy(const std::string& text, const std::string& suffix) 
 }
 
 bool erase_from(std::string& text, const std::string& needle) {
-    const std::size_t pos = text.find(needle);
-    if (pos == std::string::npos) {
-        return false;
-    }
-    text.erase(pos);
-    return true;
+    return cut_at(text, text.find(needle));
 }
 
 bool erase_from(std::string& text, char c) {
-    const std::size_t pos = text.find(c);
-    if (pos == std::string::npos) {
-        return false;
-    }
-    text.erase(pos);
-    return true;
+    return cut_at(text, text.find(c));
 }
 
 bool starts_with(const std::string& text, const std::string& needle) {
@@ -293,7 +292,8 @@ bool contains(const std::string& text, const std::string& needle, unsigned long 
 }
 
 bool contains(const std::string& text, const char* needle, unsigned long offset) {
-    return offset <= text.size() && text.find(required(needle), offset) != std::string::npos;
+    const char* const checked = required(needle);
+    return offset <= text.size() && text.find(checked, offset) != std::string::npos;
 }
 
 bool contains(const std::string& text, char c, unsigned long offset) {

@@ -1,0 +1,40 @@
+#pragma once
+// Checked memory operations: bounds are passed explicitly and a refused call reports false instead
+// of aborting, so a caller can copy into fixed buffers without trusting its own arithmetic.
+
+#include <utility>
+
+#include "helper/crosscompile.h"
+
+namespace Quorvane {
+namespace Algorithm {
+
+// Fills min(count, destination_size) bytes of `destination` with `value` (converted to a byte).
+// False without writing when `destination` is null or `destination_size` has its top bit set (a
+// negative size that was cast to unsigned). Otherwise false also when `count` exceeded
+// `destination_size`: the destination is then filled completely and the short fill is reported.
+QUORVANE_API bool hmi_memset_s(void* destination, unsigned long destination_size, int value,
+                               unsigned long count);
+
+// Copies `count` bytes from `source` to `destination` and gives true. Gives false and copies
+// nothing when `count` exceeds `destination_size`, a pointer is null, `count` or
+// `destination_size` has its top bit set, the destination starts inside the `count` bytes at
+// `source`, or the source starts inside the whole `destination_size` bytes at `destination`:
+// the entire destination buffer is protected from overlap, not only the bytes written.
+QUORVANE_API bool hmi_memcpy_s(void* destination, unsigned long destination_size,
+                               const void* source, unsigned long count);
+
+// Overwrites `size` bytes with zero through volatile byte stores, so that clearing a secret just
+// before the buffer dies is not removed by the optimiser. A null pointer is allowed only with size
+// 0.
+QUORVANE_API void secure_zero_memory(void* pointer, unsigned long size);
+
+// Compares `size` bytes of `a` and `b`. At the first differing byte, answers its index and the
+// difference of the two bytes as unsigned values (a's minus b's, -255 to 255); equal areas and
+// size 0 answer {0, 0}. Stops at the first difference, so it is not constant-time: do not use it
+// to compare secrets.
+QUORVANE_API std::pair<unsigned long, int> memory_compare(const void* a, const void* b,
+                                                          unsigned long size);
+
+}  // namespace Algorithm
+}  // namespace Quorvane
