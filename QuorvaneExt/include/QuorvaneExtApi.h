@@ -1118,8 +1118,7 @@ public:
 
     // Inserts a copy of `command` before `position` (which must belong to this group; the end
     // appends) and returns an iterator on it. The shared empty group answers its end instead.
-    VectorIterator<Command> insert(const VectorIterator<Command>& position,
-                                   const Command& command);
+    VectorIterator<Command> insert(const VectorIterator<Command>& position, const Command& command);
     // Erases the command under `position` (which must belong to this group) and returns an
     // iterator on the one that followed; the end position erases nothing and answers the end.
     VectorIterator<Command> remove(const VectorIterator<Command>& position);
