@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 #include <link.h>
 
+#include "request_test_support.h"
+
 #include <climits>
 #include <cstdint>
 #include <cstdio>
@@ -87,14 +89,7 @@ bool have_shared_empty_group() {
     return library_empty_group() != nullptr;
 }
 
-// Reports a failed expectation of a child process on its error stream, where the death test
-// shows it.
-bool check(bool condition, const char* what) {
-    if (!condition) {
-        std::fprintf(stderr, "failed: %s\n", what);
-    }
-    return condition;
-}
+using request_test::check;
 
 class SharedEmptyGroup : public ::testing::Test {
 protected:
@@ -105,17 +100,14 @@ protected:
     }
 };
 
-// Scenarios that write into the shared empty group would leak into every later test, so each
-// runs in a process of its own.
-class SharedEmptyGroupDeathTest : public SharedEmptyGroup {
+// Scenarios that write into the shared empty group run in a process of their own.
+class SharedEmptyGroupDeathTest : public request_test::ScenarioDeathTest {
 protected:
     void SetUp() override {
-        SharedEmptyGroup::SetUp();
-        GTEST_FLAG_SET(death_test_style, "threadsafe");
-    }
-
-    static void run(const std::function<bool()>& scenario) {
-        EXPECT_EXIT(std::exit(scenario() ? 0 : 1), ::testing::ExitedWithCode(0), "");
+        if (!have_shared_empty_group()) {
+            GTEST_SKIP() << "the library's symbol table is not available";
+        }
+        ScenarioDeathTest::SetUp();
     }
 };
 
@@ -468,14 +460,7 @@ TEST(CommandGroupContainers, MapOfGroupsFindsByKey) {
 // ---- robustness ---------------------------------------------------------------------------
 
 TEST(CommandGroupRobustness, ArbitraryDomainsAreStoredUpToTheTerminator) {
-    std::mt19937 random(31337u);
-    std::uniform_int_distribution<int> byte(1, 255);
-    std::uniform_int_distribution<int> length(0, 48);
-    for (int i = 0; i < 1500; ++i) {
-        std::string text(static_cast<std::size_t>(length(random)), '\0');
-        for (char& c : text) {
-            c = static_cast<char>(byte(random));
-        }
+    for (const std::string& text : request_test::random_texts(31337u, 1500, 48)) {
         CommandGroup group(text.c_str());
         ASSERT_EQ(group.domain(), text);
         group.set_domain(text.c_str());

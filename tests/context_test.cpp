@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "request_test_support.h"
+
 #include <cstdint>
 #include <functional>
 #include <random>
@@ -136,14 +138,7 @@ TEST(ContextEquality, SessionLanguageTakesNoPart) {
 }
 
 TEST(ContextRobustness, ArbitraryDomainsAreStoredUpToTheTerminator) {
-    std::mt19937 random(1789u);
-    std::uniform_int_distribution<int> byte(1, 255);
-    std::uniform_int_distribution<int> length(0, 40);
-    for (int i = 0; i < 2000; ++i) {
-        std::string text(static_cast<std::size_t>(length(random)), '\0');
-        for (char& c : text) {
-            c = static_cast<char>(byte(random));
-        }
+    for (const std::string& text : request_test::random_texts(1789u, 2000, 40)) {
         Context context(text.c_str());
         ASSERT_EQ(context.domain(), text);
         context.set_domain(text.c_str());

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "request_test_support.h"
+
 #include <climits>
 #include <cstdint>
 #include <cstring>
@@ -82,19 +84,7 @@ int type_through(const EveryFamily& object) {
     return static_cast<int>(root.type());
 }
 
-// The position of a virtual operation in its class's table of operations, read from a pointer
-// to it. Host and extension call the operations by this position. Under the Itanium C++ ABI
-// (g++ and clang++ on this platform) such a pointer holds one plus the byte offset of the slot.
-template <typename Member>
-long slot_of(Member member) {
-    static_assert(sizeof(Member) == 2 * sizeof(std::uintptr_t), "Itanium member pointer");
-    std::uintptr_t words[2];
-    std::memcpy(words, &member, sizeof words);
-    if ((words[0] & 1u) == 0) {
-        return -1;  // not a virtual operation
-    }
-    return static_cast<long>((words[0] - 1) / sizeof(void*));
-}
+using request_test::slot_of;
 
 // Slot 0 is type(), slots 1 and 2 are the two forms of the destructor; an interface's own
 // operations follow from slot 3 on.

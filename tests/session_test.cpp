@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "request_test_support.h"
+
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
@@ -52,32 +54,10 @@ private:
 // A host that offers no data provider.
 class BareHost : public IQuorvaneExtHost {};
 
-// Reports a failed expectation of a child process on its error stream, where the death test
-// shows it.
-bool check(bool condition, const char* what) {
-    if (!condition) {
-        std::fprintf(stderr, "failed: %s\n", what);
-    }
-    return condition;
-}
+using request_test::check;
+using request_test::same_text;
 
-bool same_text(const char* actual, const char* expected) {
-    if (std::strcmp(actual, expected) != 0) {
-        std::fprintf(stderr, "got \"%s\", expected \"%s\"\n", actual, expected);
-        return false;
-    }
-    return true;
-}
-
-// Host scenarios change the process-wide host link, so each runs in a process of its own.
-class SessionHostDeathTest : public ::testing::Test {
-protected:
-    void SetUp() override { GTEST_FLAG_SET(death_test_style, "threadsafe"); }
-
-    static void run(const std::function<bool()>& scenario) {
-        EXPECT_EXIT(std::exit(scenario() ? 0 : 1), ::testing::ExitedWithCode(0), "");
-    }
-};
+class SessionHostDeathTest : public request_test::ScenarioDeathTest {};
 
 }  // namespace
 
@@ -398,14 +378,7 @@ TEST_F(SessionHostDeathTest, AnExceptionOfTheHostPassesThrough) {
 // ---- robustness ---------------------------------------------------------------------------
 
 TEST(SessionRobustness, ArbitraryBytesAreStoredUpToTheTerminator) {
-    std::mt19937 random(20240611u);
-    std::uniform_int_distribution<int> byte(1, 255);
-    std::uniform_int_distribution<int> length(0, 40);
-    for (int i = 0; i < 2000; ++i) {
-        std::string text(static_cast<std::size_t>(length(random)), '\0');
-        for (char& c : text) {
-            c = static_cast<char>(byte(random));
-        }
+    for (const std::string& text : request_test::random_texts(20240611u, 2000, 40)) {
         Session session;
         session.set_id(text.c_str());
         session.set_user(text.c_str());
