@@ -483,10 +483,10 @@ const char* ConstIterator<T>::name() const {
 }
 
 #define QUORVANE_INSTANTIATE_ITERATORS(T)  \
-    template class VectorIterator<T>;      \
-    template class ConstVectorIterator<T>; \
-    template class Iterator<T>;            \
-    template class ConstIterator<T>;
+    template class QUORVANE_API VectorIterator<T>;      \
+    template class QUORVANE_API ConstVectorIterator<T>; \
+    template class QUORVANE_API Iterator<T>;            \
+    template class QUORVANE_API ConstIterator<T>;
 
 QUORVANE_FOR_EACH_ELEMENT_TYPE(QUORVANE_INSTANTIATE_ITERATORS)
 

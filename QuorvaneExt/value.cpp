@@ -465,9 +465,9 @@ using Text = const char*;
     X(Timespan)
 
 #define QUORVANE_INSTANTIATE_INSERTS(T)                                         \
-    template Iterator<Value> Value::insert<T>(const char*, const T&);           \
-    template Iterator<Value> Value::insert_or_update<T>(const char*, const T&); \
-    template VectorIterator<Value> Value::insert<T>(const VectorIterator<Value>&, const T&);
+    template QUORVANE_API Iterator<Value> Value::insert<T>(const char*, const T&);           \
+    template QUORVANE_API Iterator<Value> Value::insert_or_update<T>(const char*, const T&); \
+    template QUORVANE_API VectorIterator<Value> Value::insert<T>(const VectorIterator<Value>&, const T&);
 
 QUORVANE_FOR_EACH_INSERT_ITEM(QUORVANE_INSTANTIATE_INSERTS)
 

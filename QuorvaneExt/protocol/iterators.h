@@ -14,7 +14,8 @@
 
 // Every element type of Vector<T> and Map<T>. A new one joins by one line here (its class must
 // be complete in QuorvaneExtApi.h); the containers, their implementations and all iterators are
-// then compiled for it.
+// then compiled for it. Each explicit instantiation carries QUORVANE_API itself, because clang
+// does not always pass the class template's visibility on to it.
 #define QUORVANE_FOR_EACH_ELEMENT_TYPE(X) \
     X(String)                             \
     X(Command)                            \

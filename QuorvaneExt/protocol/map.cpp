@@ -148,7 +148,7 @@ ErrorValue Map<T>::reserve(std::size_t count) {
 }
 
 #define QUORVANE_INSTANTIATE_MAP(T) \
-    template class Map<T>;          \
+    template class QUORVANE_API Map<T>;          \
     template class MapImpl<T>;
 
 QUORVANE_FOR_EACH_ELEMENT_TYPE(QUORVANE_INSTANTIATE_MAP)

@@ -156,7 +156,7 @@ ErrorValue Vector<T>::reserve(std::size_t count) {
 }
 
 #define QUORVANE_INSTANTIATE_VECTOR(T) \
-    template class Vector<T>;          \
+    template class QUORVANE_API Vector<T>;          \
     template class VectorImpl<T>;
 
 QUORVANE_FOR_EACH_ELEMENT_TYPE(QUORVANE_INSTANTIATE_VECTOR)
