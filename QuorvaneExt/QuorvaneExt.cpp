@@ -15,6 +15,9 @@ IQuorvaneExtHost* g_pExtHost = nullptr;
 // Creates every shared empty object now rather than at its first use. The order is that in which
 // the objects are asked for; an object whose construction needs another completes after it.
 void create_shared_empties() {
+    EmptyValues::empty_Command();
+    EmptyValues::empty_CommandGroup();
+    EmptyValues::empty_Session();
     EmptyValues::empty_Timestamp();
     EmptyValues::empty_Value();
     EmptyIterators::empty_iterator();

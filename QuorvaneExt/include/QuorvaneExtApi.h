@@ -789,18 +789,561 @@ private:
 // Session and Context
 // ---------------------------------------------------------------------------------------------
 
-// (session and context)
+class SessionImpl;
+class ContextImpl;
+
+// The kind of request a Context describes. Only the host and the extensions give the numbers a
+// meaning; the library stores, copies and compares them. A new Context carries 1.
+enum RequestType : std::int32_t {
+    REQUEST_TYPE_DEFAULT = 1,
+};
+
+// The kind of endpoint a client came through. Only the host gives the numbers a meaning; a new
+// Session carries 0.
+enum EndpointInfo : std::uint8_t {
+    ENDPOINT_INFO_DEFAULT = 0,
+};
+
+// The client of a call: identifier, user, language, socket and endpoint. Not an IObject and
+// without a shared empty; copies are deep and independent, assignment exchanges
+// implementations. Setters have no guard. Text results stay valid until the session is changed
+// or destroyed. Null text arguments are precondition violations.
+class QUORVANE_API Session {
+public:
+    // Empty texts, socket 0, endpoint 0.
+    Session();
+    Session(const Session& other);
+    Session& operator=(Session other);
+    virtual ~Session();
+
+    // Equal when id, user, socket and endpoint are; the language takes no part.
+    bool operator==(const Session& other) const;
+    bool operator!=(const Session& other) const;
+
+    const char* id() const;
+    void set_id(const char* id);
+    const char* user() const;
+    void set_user(const char* user);
+
+    // The effective language, never empty. With no stored language the host's "DEFAULTLOCALE"
+    // (domain "Quorvane") is read once and cached in this session; an answer that is no text is
+    // not cached, so the host is asked again next time. Neither a stored nor a read "client", nor
+    // a missing host, gives a language: then the answer is "en". Const, yet it writes the cache,
+    // so concurrent calls on one session race unless a language is stored or no host is linked.
+    // An exception of the host passes through. The result lives as long as the stored text, or
+    // for ever when it is "en".
+    const char* locale() const;
+    // Stores the language as given; an empty text makes the next locale() ask the host again.
+    void set_locale(const char* locale);
+
+    unsigned int socket_id() const;
+    void set_socket_id(unsigned int socket_id);
+    EndpointInfo endpoint_info() const;
+    void set_endpoint_info(EndpointInfo endpoint_info);
+
+private:
+    SessionImpl* impl_;
+};
+
+// One call: the addressed domain, the session that asks, the kind of request, and two numbers
+// that only host and extensions interpret. Not an IObject and without a shared empty; copies
+// are deep, the session included. Null text arguments are precondition violations.
+class QUORVANE_API Context {
+public:
+    // Default session, hash 0, subscription 0, request type 1, empty domain.
+    Context();
+    // The defaults, addressed to `domain`.
+    Context(const char* domain);
+    Context(const Context& other);
+    Context& operator=(Context other);
+    virtual ~Context();
+
+    // Equal when sessions (see Session), hash, subscription, request type and domain (exact,
+    // case-sensitive) are.
+    bool operator==(const Context& other) const;
+    bool operator!=(const Context& other) const;
+
+    // The context's own session; the reference lives as long as the context's implementation.
+    Session& session();
+    const Session& session() const;
+    // Stores a deep copy of `session`.
+    void set_session(const Session& session);
+
+    const char* domain() const;
+    void set_domain(const char* domain);
+    RequestType request_type() const;
+    void set_request_type(RequestType request_type);
+    unsigned int hash() const;
+    void set_hash(unsigned int hash);
+    unsigned int subscription_id() const;
+    void set_subscription_id(unsigned int subscription_id);
+
+private:
+    ContextImpl* impl_;
+};
 
 // ---------------------------------------------------------------------------------------------
 // Command and CommandGroup
 // ---------------------------------------------------------------------------------------------
 
-// (command and command group)
+class CommandImpl;
+class CommandGroupImpl;
+
+// The host's bookkeeping bits of a command. The library knows three; the others belong to the
+// host and are carried as they are.
+enum InternalCommandOption : std::uint32_t {
+    // The command changed in this request; Command::changed reads it.
+    INTERNAL_COMMAND_CHANGED = 0x1,
+    // The command was explicitly declared unchanged.
+    INTERNAL_COMMAND_UNCHANGED = 0x1000,
+    // Set in every new command; the library never tests or changes it.
+    INTERNAL_COMMAND_DEFAULT_MARK = 0x40000,
+    // The bits of a new command.
+    INTERNAL_COMMAND_DEFAULT = 0x40001,
+};
+
+// Options of a command, agreed between host and extension; the library stores them and never
+// reads them. A new command carries 0.
+enum CommandOption : std::uint32_t {
+    COMMAND_OPTION_NONE = 0,
+};
+
+// The host's bits of a request; stored for it, without effect in the library. A new request
+// carries 0.
+enum CommandGroupFlags : std::uint32_t {
+    COMMAND_GROUP_FLAGS_NONE = 0,
+};
+
+// The host's state of a request; stored for it, without effect in the library. A new request
+// carries 1.
+enum MapperChangeState : std::int32_t {
+    MAPPER_CHANGE_STATE_DEFAULT = 1,
+};
+
+// The host's face of a Command, reached through Command::mapper(): what an extension does not
+// set. Plain accesses without the shared-empty check, so writes through the mapper of a miss do
+// land in the shared object. The host calls these by position; the order is fixed.
+class QUORVANE_API ICommandMapper {
+public:
+    // Stores the whole word; see InternalCommandOption.
+    virtual void set_flags(InternalCommandOption flags) = 0;
+    virtual InternalCommandOption flags() const = 0;
+    // The host's own number; the library gives it no unit.
+    virtual void set_last_sent(long last_sent) = 0;
+    virtual long last_sent() const = 0;
+    // Text setters copy; null is a precondition violation.
+    virtual void set_path(const char* path) = 0;
+    virtual void set_symbol_name(const char* symbol_name) = 0;
+    // Valid until the command is changed or destroyed.
+    virtual const char* symbol_name() const = 0;
+    virtual void set_mapping(const char* mapping) = 0;
+    virtual void set_domain(const char* domain) = 0;
+    // A result other than the stored one marks the command changed (and withdraws an explicit
+    // "unchanged"); the same result again touches no flag.
+    virtual void set_result(ErrorValue result) = 0;
+    virtual void set_hash(unsigned int hash) = 0;
+    virtual unsigned int hash() const = 0;
+    // Makes isset() false for good; the library does it only to its shared empty command.
+    virtual void unset() = 0;
+    // Stores a deep copy, making the symbol options present.
+    virtual void set_symbol_options(const Value& symbol_options) = 0;
+    virtual ~ICommandMapper();
+};
+
+// One operation of a request: a named symbol, the value written to it, the value read from it,
+// its options and paging, and the outcome. The host fills it through mapper(); an extension
+// reads it and answers with the read value, results and processing times.
+//
+// A miss (CommandGroup::operator[] past the end) answers the shared empty command, whose
+// isset() is false. Its setters do nothing, its getters answer defaults, and its Value
+// references are the shared empty value (where writes are dropped too). Only mapper() reaches
+// its implementation. Assignment has no such check: assigning to the shared empty command
+// replaces its implementation, which then stays as inert as before. Copies are deep (all fields,
+// flags and the presence of the optional members included); text results stay valid until the
+// command is changed or destroyed; null text arguments are precondition violations.
+class QUORVANE_API Command : public IObject {
+public:
+    // Empty texts, results 0, options 0, flags INTERNAL_COMMAND_DEFAULT, Null values, times 0,
+    // no paging, no symbol options, isset() true.
+    Command();
+    // As above, named `name`.
+    Command(const char* name);
+    Command(const Command& other);
+    // Exchanges implementations with the argument, without the shared-empty check.
+    Command& operator=(Command other);
+    ~Command() override;
+
+    // Exchanges implementations, without any check; always true.
+    bool swap(Command& other);
+
+    // False only for the shared empty command and copies made of it.
+    bool isset() const;
+
+    // Equal when both are the same object or their names are equal byte for byte; nothing else
+    // takes part.
+    bool operator==(const Command& other) const;
+    bool operator!=(const Command& other) const;
+
+    // The host's face: the implementation itself, without protection (also for a miss).
+    ICommandMapper* mapper();
+    const ICommandMapper* mapper() const;
+
+    const char* name() const;
+    const char* domain() const;
+    const char* mapping() const;
+    const char* path() const;
+    const char* customer_data() const;
+    const char* result_string() const;
+    ErrorValue result() const;
+    unsigned int extension_result() const;
+    CommandOption options() const;
+    // Whether the INTERNAL_COMMAND_CHANGED bit is set; a new command is changed.
+    bool changed() const;
+
+    void set_name(const char* name);
+    void set_customer_data(const char* customer_data);
+    // Free text for the client; not derived from result().
+    void set_result_string(const char* result_string);
+    void set_extension_result(unsigned int extension_result);
+    void set_options(CommandOption options);
+    // Sets INTERNAL_COMMAND_CHANGED for true, INTERNAL_COMMAND_UNCHANGED for false, and clears
+    // the other of the two; all other bits stay.
+    void set_changed(bool changed);
+
+    // References into the command, valid while it lives; the shared empty value for a miss.
+    Value& read_value();
+    const Value& read_value() const;
+    Value& write_value();
+    const Value& write_value() const;
+    // Store a deep copy; the flags stay.
+    void set_read_value(const Value& value);
+    void set_write_value(const Value& value);
+
+    // Whether the member is present and holds something (Value::empty is false); false for a
+    // miss.
+    bool has_paging() const;
+    bool has_symbol_options() const;
+    // The member, made present (as a Null) by the first access even through the const forms,
+    // so concurrent first reads race. The shared empty value for a miss. Paging has no setter:
+    // it is filled through this reference.
+    Value& paging();
+    const Value& paging() const;
+    Value& symbol_options();
+    const Value& symbol_options() const;
+
+    // Copies; 0 ns for a miss.
+    Timestamp processed_start() const;
+    Timestamp processed_end() const;
+    void set_processed_start(const Timestamp& time);
+    void set_processed_end(const Timestamp& time);
+    // Store the monotonic clock (Timestamp::steady_now), for measuring the processing time: the
+    // difference of the two marks, never a wall time.
+    void set_processed_start();
+    void set_processed_end();
+
+private:
+    // True when this handle holds the implementation of the shared empty command.
+    QUORVANE_HIDDEN bool guarded() const;
+
+    CommandImpl* impl_;
+};
+
+// The host's face of a CommandGroup, reached through CommandGroup::mapper(). Plain accesses
+// without the shared-empty check. The host calls these by position; the order is fixed.
+class QUORVANE_API ICommandGroupMapper {
+public:
+    virtual MapperChangeState change_state() const = 0;
+    virtual void set_change_state(MapperChangeState change_state) = 0;
+    virtual void set_flags(CommandGroupFlags flags) = 0;
+    virtual CommandGroupFlags flags() = 0;
+    // Makes isset() false for good; the library does it only to its shared empty group.
+    virtual void unset() = 0;
+    virtual ~ICommandGroupMapper();
+};
+
+// A request: commands in order (names need not be unique), addressed to one domain, with one
+// overall result. Positions, not keys, find a command.
+//
+// The shared empty group (isset() false) stands in for a missing group: its setters, reserve,
+// clear and insert do nothing. Assignment has no such check. Copies are deep, every command
+// included. Iterators are those of Vector<Command>: growth and erasure invalidate them.
+class QUORVANE_API CommandGroup : public IObject {
+public:
+    // Empty domain, result 0, flags 0, change state 1, no commands, isset() true.
+    CommandGroup();
+    // As above, addressed to `domain` (not null).
+    CommandGroup(const char* domain);
+    CommandGroup(const CommandGroup& other);
+    // Exchanges implementations with the argument, without the shared-empty check.
+    CommandGroup& operator=(CommandGroup other);
+    ~CommandGroup() override;
+
+    // Exchanges implementations, without any check; always true.
+    bool swap(CommandGroup& other);
+
+    // False only for the shared empty group and copies made of it.
+    bool isset() const;
+
+    // Equal when both are the same object or they hold the same number of commands with equal
+    // names (byte for byte) in the same order; nothing else takes part.
+    bool operator==(const CommandGroup& other) const;
+    bool operator!=(const CommandGroup& other) const;
+
+    // The host's face: the implementation itself, without protection.
+    ICommandGroupMapper* mapper();
+
+    // Valid until the group is changed or destroyed.
+    const char* domain() const;
+    // `domain` must not be null.
+    void set_domain(const char* domain);
+    unsigned int result() const;
+    void set_result(unsigned int result);
+
+    // Constant time.
+    unsigned long size() const;
+    bool empty() const;
+    void reserve(unsigned long count);
+    // Removes every command; domain and result stay.
+    void clear();
+
+    // The command at `index`, writable although the group is const; the shared empty command
+    // (isset() false, writes dropped) when `index` is not below the size.
+    Command& operator[](unsigned long index) const;
+    // An iterator on the command at `index`, or end_vector() when `index` is not below the size.
+    // Allocates one iterator.
+    VectorIterator<Command> find(unsigned long index) const;
+    VectorIterator<Command> begin_vector();
+    VectorIterator<Command> end_vector();
+    ConstVectorIterator<Command> begin_vector() const;
+    ConstVectorIterator<Command> end_vector() const;
+
+    // Inserts a copy of `command` before `position` (which must belong to this group; the end
+    // appends) and returns an iterator on it. The shared empty group answers its end instead.
+    VectorIterator<Command> insert(const VectorIterator<Command>& position, const Command& command);
+    // Erases the command under `position` (which must belong to this group) and returns an
+    // iterator on the one that followed; the end position erases nothing and answers the end.
+    VectorIterator<Command> remove(const VectorIterator<Command>& position);
+
+private:
+    // True when this handle holds the implementation of the shared empty group.
+    QUORVANE_HIDDEN bool guarded() const;
+
+    CommandGroupImpl* impl_;
+};
 
 // ---------------------------------------------------------------------------------------------
 // Listener interfaces
 // ---------------------------------------------------------------------------------------------
 
-// (listener interfaces)
+class Alarm;
+class Event;
+class Message;
+
+// The root of the interfaces through which the host calls an extension. An extension implements
+// one interface per family it serves (a class may implement several); the host learns the family
+// from type() and calls the operations by their position, so the number and order of the
+// operations of every interface are fixed. The library neither keeps nor calls listeners.
+//
+// Unless an operation says otherwise, the references it gets are valid only during the call, and
+// the host owns every object passed in.
+class QUORVANE_API IQuorvaneListener {
+public:
+    // The family of this listener; each interface below answers its own constant.
+    virtual ListenerType type() const = 0;
+    virtual ~IQuorvaneListener();
+};
+
+// Configuration of the extension's domain.
+class QUORVANE_API IQuorvaneConfigListener : public IQuorvaneListener {
+public:
+    // Always ListenerType::Config.
+    ListenerType type() const final;
+    // At start-up: the host hands over the stored configuration of the context's domain.
+    // A failure keeps the domain from starting.
+    virtual ResultPair on_config_1(const Context& context, const Value& configuration) = 0;
+    // Reads configuration entries: each command names one by its path. Answer with each
+    // command's read value and result.
+    virtual ResultPair on_config_2(const Context& context, CommandGroup& commands) = 0;
+    // Writes configuration entries from each command's write value; a refused entry gets its
+    // own result, the others are applied.
+    virtual ResultPair on_config_3(const Context& context, CommandGroup& commands) = 0;
+    // Checks a proposed configuration without applying it; the answer says why it would be
+    // refused, success if it would not.
+    virtual ResultPair on_config_4(const Context& context, const Value& configuration) = 0;
+    // Fills `schema` with the description of the domain's configuration, for the host's
+    // editors.
+    virtual ResultPair on_config_5(const Context& context, Value& schema) = 0;
+    // The host has committed a configuration change of the context's domain; the extension may
+    // reload it now.
+    virtual void on_config_6(const Context& context) = 0;
+};
+
+// Translation of events into a client's language.
+class QUORVANE_API IQuorvaneEventLocalizationListener : public IQuorvaneListener {
+public:
+    // Always ListenerType::EventLocalization.
+    ListenerType type() const final;
+    // Translates the texts of `event` in place into session.locale(), before the host passes
+    // it to that client. A failure leaves the event as it was.
+    virtual ResultPair on_event_localization(const Session& session, Event& event) = 0;
+};
+
+// An extension that holds alarms of its own.
+class QUORVANE_API IQuorvaneAlarmProviderListener : public IQuorvaneListener {
+public:
+    // Always ListenerType::Alarm.
+    ListenerType type() const final;
+    // Fills `alarms`, a Vector value, with one Alarm value per alarm the extension holds, for a
+    // client that opens its alarm list.
+    virtual ResultPair on_alarm_1(const Context& context, Value& alarms) = 0;
+    // A client acts on one alarm (acknowledges, comments on it); update `alarm` to the state it
+    // reaches, or answer why the action is refused.
+    virtual ResultPair on_alarm_2(const Context& context, Alarm& alarm) = 0;
+};
+
+// Requests on the extension's symbols, answered before the call returns.
+class QUORVANE_API IQuorvaneRequestListener : public IQuorvaneListener {
+public:
+    // Always ListenerType::Request.
+    ListenerType type() const final;
+    // Answers each command of `commands` (read value, results, processing times); what fails
+    // for one command goes into that command, the answer is the outcome of the request as a whole.
+    virtual ResultPair on_request(const Context& context, CommandGroup& commands) = 0;
+};
+
+// Subscriptions of clients to changes of the extension's symbols.
+class QUORVANE_API IQuorvaneSubscriptionListener : public IQuorvaneListener {
+public:
+    // Always ListenerType::Subscription.
+    ListenerType type() const final;
+    // Starts reporting changes of the commands' symbols under context.subscription_id(); answer
+    // each command with its current value.
+    virtual ResultPair on_subscription_1(const Context& context, CommandGroup& commands) = 0;
+    // Ends the subscription context.subscription_id() for the commands' symbols; the commands'
+    // results tell which were not subscribed.
+    virtual ResultPair on_subscription_2(const Context& context, CommandGroup& commands) = 0;
+};
+
+// The life of client sessions.
+class QUORVANE_API IQuorvaneSessionListener : public IQuorvaneListener {
+public:
+    // Always ListenerType::Session.
+    ListenerType type() const final;
+    // A client opened `session`. Called before any request of that session reaches the
+    // extension.
+    virtual void on_session_1(const Session& session) = 0;
+    // `session` is closed; release what the extension holds for it. No request of that session
+    // follows.
+    virtual void on_session_2(const Session& session) = 0;
+    // A user logged in on `session`; session.user() names the user. The session was opened
+    // before.
+    virtual void on_session_3(const Session& session) = 0;
+    // The user of `session` logged out; the session itself stays open. session.user() still
+    // names the user who left.
+    virtual void on_session_4(const Session& session) = 0;
+    // The client of `session` chose another language; session.locale() gives the new one.
+    // Texts the extension keeps for this session may need translating again.
+    virtual void on_session_5(const Session& session) = 0;
+    // Fills `data` with what the extension keeps for `session`, for the host's diagnostics.
+    // Nothing to report is an empty value and success.
+    virtual ResultPair on_session_6(const Session& session, Value& data) = 0;
+};
+
+// The host's shutdown.
+class QUORVANE_API IQuorvaneShutdownListener : public IQuorvaneListener {
+public:
+    // Always ListenerType::Shutdown.
+    ListenerType type() const final;
+    // The host is stopping for `reason` (HMI_E_SHUTDOWN, HMI_E_RESTART, ...): stop all work and
+    // release the host's resources before returning. No other call follows.
+    virtual void on_shutdown(ErrorValue reason) = 0;
+};
+
+// Authentication of the users of sessions.
+class QUORVANE_API IQuorvaneAuthListener : public IQuorvaneListener {
+public:
+    // Always ListenerType::Auth.
+    ListenerType type() const final;
+    // Checks `credentials` (a Struct laid out by the host, such as user and password) and, on
+    // success, sets the user of `session`. A refusal leaves the session as it was.
+    virtual ResultPair on_auth_1(Session& session, const Value& credentials) = 0;
+    // Whether the user of `session` holds the right named `right` (not null); any answer other
+    // than success denies it, and its text may say why.
+    virtual ResultPair on_auth_2(const Session& session, const char* right) = 0;
+};
+
+// Export and import of a domain's configuration.
+class QUORVANE_API IQuorvaneExportListener : public IQuorvaneListener {
+public:
+    // Always ListenerType::ExportConfig.
+    ListenerType type() const final;
+    // Writes the configuration of the context's domain into `configuration`, in a form that
+    // on_export_2 takes back.
+    virtual ResultPair on_export_1(const Context& context, Value& configuration) = 0;
+    // Replaces the configuration of the context's domain by `configuration`, as on_export_1
+    // wrote it. A failure leaves the configuration as it was.
+    virtual ResultPair on_export_2(const Context& context, const Value& configuration) = 0;
+};
+
+// Diagnostics raised anywhere in the server.
+class QUORVANE_API IQuorvaneEventListener : public IQuorvaneListener {
+public:
+    // Always ListenerType::Event.
+    ListenerType type() const final;
+    // An event was raised. Keep a copy to hold on to it beyond the call.
+    virtual void on_event_1(const Event& event) = 0;
+    // A diagnostic message was issued. Keep a copy to hold on to it beyond the call.
+    virtual void on_event_2(const Message& message) = 0;
+    // An alarm changed its state; `alarm` shows the new one. Keep a copy to hold on to it
+    // beyond the call.
+    virtual void on_event_3(const Alarm& alarm) = 0;
+    // A client published `payload` as an event of its own in the context's domain. Keep a copy
+    // to hold on to it beyond the call.
+    virtual void on_event_4(const Context& context, const Value& payload) = 0;
+};
+
+// The asynchronous twin of IQuorvaneRequestListener.
+class QUORVANE_API IQuorvaneAsyncRequestListener : public IQuorvaneListener {
+public:
+    // Always ListenerType::AsyncRequest.
+    ListenerType type() const final;
+    // Accepts a request to be answered later, as on_request does at once. `commands` stays valid
+    // until completion is reported through the host's interface (see host()); a failure refuses.
+    virtual ErrorValue on_async_request_1(const Context& context, CommandGroup& commands) = 0;
+    // Withdraws an accepted request (its client left). After returning, the extension must not
+    // touch `commands` again, nor report its completion.
+    virtual void on_async_request_2(const Context& context, CommandGroup& commands) = 0;
+};
+
+// The asynchronous twin of IQuorvaneEventLocalizationListener.
+class QUORVANE_API IQuorvaneAsyncEventLocalizationListener : public IQuorvaneListener {
+public:
+    // Always ListenerType::AsyncEventLocalization.
+    ListenerType type() const final;
+    // Accepts `event` for translation into session.locale(). Both stay valid until completion is
+    // reported through the host's interface (see host()); a failure refuses.
+    virtual ErrorValue on_async_event_localization(const Session& session, Event& event) = 0;
+};
+
+// HTTP requests addressed to the extension's domain.
+class QUORVANE_API IQuorvaneHttpListener : public IQuorvaneListener {
+public:
+    // Always ListenerType::Http.
+    ListenerType type() const final;
+    // Serves `request` by filling `response`, both Structs laid out by the host (method, URL,
+    // headers, body; status, headers, body). A failure becomes an error response.
+    virtual ResultPair on_http(const Context& context, const Value& request, Value& response) = 0;
+};
+
+// The asynchronous twin of IQuorvaneHttpListener.
+class QUORVANE_API IQuorvaneAsyncHttpListener : public IQuorvaneListener {
+public:
+    // Always ListenerType::AsyncHttp.
+    ListenerType type() const final;
+    // Accepts `request` to fill `response` later. Both stay valid until completion is reported
+    // through the host's interface (see host()); a failure refuses.
+    virtual ErrorValue on_async_http(const Context& context, const Value& request,
+                                     Value& response) = 0;
+};
 
 }  // namespace Quorvane

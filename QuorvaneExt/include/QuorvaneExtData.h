@@ -6,6 +6,7 @@
 // as it is instead of being undefined.
 
 #include <cstdint>
+#include <string>
 
 #include "helper/crosscompile.h"
 
@@ -205,7 +206,34 @@ enum ErrorValue : std::int32_t {
     HMI_E_INITIALIZE_PASSWORD = 4617,
 };
 
-// (listener kinds)
+// The family of a listener, as its type() reports it to the host. Kinds 7, 9, 10, 11 and 12 have
+// no listener interface in this library; the host may use them for its own purposes. Scoped,
+// because several names are also class names (Alarm, Command, Session, Event).
+enum class ListenerType : std::int32_t {
+    Config = 0,
+    EventLocalization = 1,
+    Alarm = 2,
+    Request = 3,
+    Subscription = 4,
+    Session = 5,
+    Shutdown = 6,
+    Historize = 7,
+    Auth = 8,
+    File = 9,
+    Command = 10,
+    Script = 11,
+    CommitConfig = 12,
+    ExportConfig = 13,
+    Event = 14,
+    AsyncRequest = 15,
+    AsyncEventLocalization = 16,
+    Http = 17,
+    AsyncHttp = 18,
+};
+
+// The enumerator's name ("Config", ..., "AsyncHttp"); an empty string for a number outside 0 to
+// 18. Throws only on allocation failure.
+QUORVANE_API std::string listener_type_to_string(ListenerType type);
 
 // A non-owning view of raw bytes, passed by value. A Binary read from a Value points into that
 // value's storage and is invalidated by the next write to the value.

@@ -10,6 +10,31 @@
 namespace Quorvane {
 namespace EmptyValues {
 
+inline Command& empty_Command() {
+    // A command whose isset() is false; the setters of Command recognise it by its
+    // implementation and drop every write.
+    struct EmptyCommandWrapper : Command {
+        EmptyCommandWrapper() { mapper()->unset(); }
+        ~EmptyCommandWrapper() override {}
+    };
+    static EmptyCommandWrapper wrapper;
+    return wrapper;
+}
+
+inline CommandGroup& empty_CommandGroup() {
+    struct EmptyCommandGroupWrapper : CommandGroup {
+        EmptyCommandGroupWrapper() { mapper()->unset(); }
+        ~EmptyCommandGroupWrapper() override {}
+    };
+    static EmptyCommandGroupWrapper wrapper;
+    return wrapper;
+}
+
+inline Session& empty_Session() {
+    static Session empty_session_;
+    return empty_session_;
+}
+
 inline Timestamp& empty_Timestamp() {
     static Timestamp empty_timestammp_(0);
     return empty_timestammp_;

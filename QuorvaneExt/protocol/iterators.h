@@ -18,6 +18,8 @@
 // does not always pass the class template's visibility on to it.
 #define QUORVANE_FOR_EACH_ELEMENT_TYPE(X) \
     X(String)                             \
+    X(Command)                            \
+    X(CommandGroup)                       \
     X(Value)
 
 namespace Quorvane {
