@@ -4,6 +4,7 @@
 
 #include <climits>
 #include <cstdint>
+#include <locale>
 #include <random>
 #include <set>
 #include <string>
@@ -287,6 +288,24 @@ const Row kRows[] = {
      "Password not initialized (HMI_E_INITIALIZE_PASSWORD)", 14},
 };
 
+// Groups digits by threes with '.' in the global locale for the life of the object, so that a
+// number written through a text stream shows it.
+class GroupedDigits {
+public:
+    GroupedDigits()
+        : previous_(std::locale::global(std::locale(std::locale::classic(), new Punct))) {}
+    ~GroupedDigits() { std::locale::global(previous_); }
+    GroupedDigits(const GroupedDigits&) = delete;
+    GroupedDigits& operator=(const GroupedDigits&) = delete;
+
+private:
+    struct Punct : std::numpunct<char> {
+        char do_thousands_sep() const override { return '.'; }
+        std::string do_grouping() const override { return "\3"; }
+    };
+    std::locale previous_;
+};
+
 std::set<int> named_numbers() {
     std::set<int> numbers;
     for (const Row& row : kRows) {
@@ -425,6 +444,27 @@ TEST(ErrorStringPretty, NumberWithoutARowHasTheFallbackName) {
     EXPECT_EQ(detailed(error(10)), "10 (HMI_E_ERROR)");
 }
 
+TEST(ErrorStringPretty, NumberWithoutARowIsWrittenUnderTheGlobalLocale) {
+    const GroupedDigits grouped;
+    EXPECT_EQ(plain(error(7000)), "7.000");
+    EXPECT_EQ(plain(error(-1)), "-1");
+    EXPECT_EQ(detailed(error(-1234567)), "-1.234.567 (HMI_E_ERROR)");
+    EXPECT_EQ(get_error_string_with_path_pretty(error(4112), "a"), "4.112 [Path: 'a']");
+    EXPECT_EQ(name_of(error(7000)), "ERROR");
+    EXPECT_EQ(detailed(HMI_E_STORAGE_BACKUP),
+              "Error while creating configuration backup (HMI_E_STORAGE_BACKUP)");
+}
+
+TEST(ErrorString, ReturnsAnIndependentCopyOfTheName) {
+    String name = get_error_string(HMI_E_FAIL);
+    name.set_name("changed");
+    String fallback = get_error_string(error(7000));
+    fallback.set_name("changed");
+    EXPECT_EQ(name_of(HMI_E_FAIL), "FAIL");
+    EXPECT_EQ(name_of(error(7000)), "ERROR");
+    EXPECT_EQ(detailed(error(7000)), "7000 (HMI_E_ERROR)");
+}
+
 TEST(ErrorString, EveryOtherNumberNearTheBlocksHasNoNameAndNoText) {
     const std::set<int> numbers = named_numbers();
     for (int number = -600; number <= 5200; ++number) {
@@ -545,6 +585,12 @@ TEST(ErrorValueToExitCode, OtherBlocksGiveFive) {
     }
 }
 
+TEST(ErrorValueToExitCode, NumbersWithoutARowBelowTheGeneralBlockGiveFive) {
+    for (int number = 10; number < 0x100; ++number) {
+        EXPECT_EQ(error_value_to_exit_code(error(number)), 5) << number;
+    }
+}
+
 TEST(ErrorValueToExitCode, LooksOnlyAtTheBitsAboveTheLowEight) {
     // Higher bits make a different block, not the same one.
     EXPECT_EQ(error_value_to_exit_code(error(0x10500)), 5);
@@ -624,6 +670,13 @@ TEST(ExitCodes, RoundTripHoldsForTheCodesThatNameOneOutcome) {
 // ---------------------------------------------------------------------------------------------
 // Robustness
 // ---------------------------------------------------------------------------------------------
+
+TEST(ErrorStringWithPathPretty, KeepsAHugePath) {
+    const std::string path(1 << 20, '\xff');
+    const std::string text = get_error_string_with_path_pretty(HMI_E_INVALID_PATH, path);
+    EXPECT_EQ(text.size(), std::string("Invalid path [Path: '']").size() + path.size());
+    EXPECT_EQ(text, "Invalid path [Path: '" + path + "']");
+}
 
 TEST(ErrorStringWithPathPretty, SurvivesRandomBytes) {
     std::mt19937 generator(20240531);

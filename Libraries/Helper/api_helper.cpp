@@ -232,8 +232,9 @@ String get_error_string(ErrorValue value) {
 
 std::string get_error_string_pretty(ErrorValue value, ErrorMessageDetails details) {
     const CatalogueRow* row = find_row(value);
-    std::string text = row != nullptr ? std::string(row->text)
-                                      : Algorithm::to_string(static_cast<std::int32_t>(value));
+    // A number without a row is written as an outcome number always is, through a text stream,
+    // so it follows the global locale like the numbers a ResultStream composes.
+    std::string text = row != nullptr ? std::string(row->text) : Algorithm::to_string(value);
     if (details == ErrorMessageDetails::SymbolicName) {
         text += " (HMI_E_";
         text += row != nullptr ? row->name : "ERROR";

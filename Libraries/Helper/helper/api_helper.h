@@ -17,7 +17,8 @@ namespace Quorvane {
 //
 // Each ErrorValue has a symbolic name, a text for people and a process exit code. A number that
 // the catalogue does not hold is still answered: its name is "ERROR", its text its own decimal
-// number, its exit code 5. Nothing here fails or keeps state; the texts are constants.
+// number, its exit code 5. Nothing here fails or keeps state; the texts are constants, and only
+// the allocation of a returned text can throw.
 // ---------------------------------------------------------------------------------------------
 
 // What get_error_string_pretty adds to the text. Any other number counts as None.
@@ -31,7 +32,8 @@ QUORVANE_API String get_error_string(ErrorValue value);
 
 // The text for people, e.g. "Invalid parameter"; with SymbolicName it reads
 // "Invalid parameter (HMI_E_INVALID_PARAMETER)". An unknown number reads as itself in signed
-// decimal: "7000", or "7000 (HMI_E_ERROR)".
+// decimal, written through a text stream and so under the global locale: "7000", or
+// "7000 (HMI_E_ERROR)".
 QUORVANE_API std::string get_error_string_pretty(
     ErrorValue value, ErrorMessageDetails details = ErrorMessageDetails::None);
 
@@ -40,14 +42,19 @@ QUORVANE_API std::string get_error_string_pretty(
 QUORVANE_API std::string get_error_string_with_path_pretty(ErrorValue value,
                                                            const std::string& path);
 
-// The code a process ends with after this outcome. Families of outcomes share a code: the whole
-// storage, schema, extension and integrity blocks give 11, 12, 13 and 14 (numbers the catalogue
-// does not hold included), a few rows have codes of their own, everything else gives 5.
+// The code a process ends with after this outcome. A few rows have codes of their own and win
+// over their block: SUCCESS, DISCONNECTED, SHUTDOWN and RESTART their own numbers, FINISHED 19,
+// SCRIPT and SYNTAX 6, FILE_NOT_FOUND 7, DATABASE 8, INVALID_PARAMETER 9, ENDPOINT_DENIED and
+// ENDPOINT_INVALID 16, ENDPOINT_BUSY 17, SERVER_ALREADY_RUNNING 18, SESSION_TIMEOUT 15,
+// CERTIFICATE_NOT_VALID 14, and CONNECT 5 although it sits in the storage block. Then the storage,
+// schema, extension and integrity blocks give 11, 12, 13 and 14, whole, numbers without a row
+// included. Everything else, negative numbers too, gives 5.
 QUORVANE_API int error_value_to_exit_code(ErrorValue value);
 
-// The outcome a process exit code stands for. Not the inverse of error_value_to_exit_code: codes
-// shared by several outcomes come back as one of them or as UNEXPECTED (1 and 14 among them), and
-// every code outside 0 to 19, negative ones included, gives UNEXPECTED.
+// The outcome a process exit code stands for. Not the inverse of error_value_to_exit_code: 1, 5,
+// 10 and 14 give UNEXPECTED, 6 gives SYNTAX also when SCRIPT produced it, 16 gives
+// ENDPOINT_INVALID, 19 gives FINISHED, and every code outside 0 to 19, negative ones included,
+// gives UNEXPECTED.
 QUORVANE_API ErrorValue exit_code_to_error_value(int code);
 
 // ---------------------------------------------------------------------------------------------
