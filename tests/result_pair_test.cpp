@@ -96,6 +96,25 @@ TEST(ResultPair, BareCodeConvertsImplicitly) {
     EXPECT_STREQ(result.text(), "");
 }
 
+TEST(ResultPair, TextStaysPutWhileTheObjectIsUnchanged) {
+    const ResultPair result(HMI_E_FAIL, "kept");
+    const char* text = result.text();
+    const ResultPair copy(result);
+    EXPECT_TRUE(result == copy);
+    EXPECT_TRUE(result == HMI_E_FAIL);
+    EXPECT_EQ(result.text(), text);
+    EXPECT_NE(copy.text(), text);
+    EXPECT_STREQ(text, "kept");
+}
+
+TEST(ResultPair, KeepsAHugeText) {
+    const std::string text(1 << 20, '\x80');
+    ResultPair result(HMI_E_REQUEST_TOO_LARGE, text.c_str());
+    EXPECT_EQ(std::string(result.text()), text);
+    result.set_text(text.c_str());
+    EXPECT_EQ(std::string(result.text()), text);
+}
+
 TEST_F(ResultPairDeathTest, NullTextEndsTheProcess) {
     const char* missing = nullptr;
     EXPECT_DEATH({ ResultPair result(HMI_E_FAIL, missing); }, "");
@@ -187,6 +206,14 @@ TEST(ResultPairCompare, AgainstAPairTheTextCounts) {
     EXPECT_FALSE(a != ResultPair(HMI_E_FAIL, "a"));
 }
 
+TEST(ResultPairCompare, NumbersWithoutARowCompareByValue) {
+    const ResultPair unnamed(error(-7000), "x");
+    EXPECT_TRUE(unnamed == error(-7000));
+    EXPECT_TRUE(unnamed != error(7000));
+    EXPECT_TRUE(unnamed == ResultPair(error(-7000), "x"));
+    EXPECT_TRUE(unnamed != ResultPair(error(7000), "x"));
+}
+
 TEST(ResultPairCompare, AgainstAPairTheCodeCounts) {
     const ResultPair fail(HMI_E_FAIL, "same");
     const ResultPair server(HMI_E_SERVER, "same");
@@ -263,6 +290,29 @@ TEST(ResultStream, ComposesInAReturnStatement) {
     const ResultPair result = not_a_vector(ValueType::Struct);
     EXPECT_EQ(result.result(), HMI_E_PAGING);
     EXPECT_STREQ(result.text(), "Sorting needs a vector. Got value of type Struct");
+}
+
+TEST(ResultStream, InsertionAnswersTheBuilderItself) {
+    ResultStream stream(HMI_E_FAIL);
+    EXPECT_EQ(&(stream << "a"), &stream);
+    EXPECT_EQ(&(stream << ValueType::Int), &stream);
+    EXPECT_EQ(&(stream << std::endl), &stream);
+    ResultStreamAppendLastError appending(HMI_E_FAIL);
+    EXPECT_EQ(&(appending << "a"), &appending);
+    EXPECT_EQ(&(appending << ValueType::Int), &appending);
+    EXPECT_EQ(&(appending << std::endl), &appending);
+}
+
+TEST(ResultStream, TextEndsAtAnEmbeddedNul) {
+    const std::string text("a\0b", 3);
+    const ResultPair streamed = ResultStream(HMI_E_FAIL) << text;
+    EXPECT_STREQ(streamed.text(), "a");
+    errno = 2;
+    const ResultPair appended = ResultStreamAppendLastError(HMI_E_FAIL) << text;
+    EXPECT_STREQ(appended.text(), "a");
+    std::ostringstream stream;
+    stream << text;
+    EXPECT_STREQ(result_from_stream_last_error(HMI_E_FAIL, stream).text(), "a");
 }
 
 TEST(ResultStream, ConversionLeavesTheBuilderUnchanged) {

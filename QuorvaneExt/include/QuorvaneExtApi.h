@@ -165,7 +165,7 @@ class ResultPairImpl;
 
 // The result type of the system: an ErrorValue with a free text. An empty text is complete; the
 // wording for people comes from get_error_string_pretty (helper/api_helper.h). A handle without a
-// shared empty, so every setter writes.
+// shared empty, so every setter writes. Only the allocation of the record or of a text can throw.
 class QUORVANE_API ResultPair : public IObject {
 public:
     // HMI_E_SUCCESS and an empty text.
