@@ -116,6 +116,29 @@ boost::optional<T> expected_unsigned(const std::string& text) {
     return static_cast<T>(reading.unsigned_value);
 }
 
+// What an input stream reads from the text, if it sets neither its fail nor its bad flag.
+template <class T>
+boost::optional<T> stream_reading(const std::string& text) {
+    std::istringstream stream(text);
+    T value{};
+    stream >> value;
+    if (stream.fail() || stream.bad()) {
+        return boost::none;
+    }
+    return value;
+}
+
+// Up to 23 bytes of digits, signs, blanks and tabs, and an x: mostly numbers, some not.
+std::string random_digit_text(std::mt19937& random) {
+    const std::string alphabet = "0123456789+- \tx";
+    std::string text;
+    const std::size_t length = random() % 24;
+    for (std::size_t k = 0; k < length; ++k) {
+        text += alphabet[random() % alphabet.size()];
+    }
+    return text;
+}
+
 // Texts around the limits of every family, in the spellings strtol and strtoul accept and some
 // they do not.
 std::vector<std::string> limit_texts() {
@@ -547,13 +570,8 @@ TEST(ParseInt64, StopsAtTheFirstNulByte) {
 
 TEST(ParseInt64, AgreesWithStrtolOnRandomDigitTexts) {
     std::mt19937 random(99);
-    const std::string alphabet = "0123456789+- \tx";
     for (int i = 0; i < 3000; ++i) {
-        std::string text;
-        const std::size_t length = random() % 24;
-        for (std::size_t k = 0; k < length; ++k) {
-            text += alphabet[random() % alphabet.size()];
-        }
+        const std::string text = random_digit_text(random);
         char* end = nullptr;
         const long value = std::strtol(text.c_str(), &end, 10);
         const bool whole = !text.empty() && *end == '\0';
@@ -707,12 +725,7 @@ TEST(ParseWideFamilies, AgreeWithTheCLibraryAndTheStreamOnTheExtremes) {
         if (reading.whole && reading.signed_value != LONG_MIN && reading.signed_value != LONG_MAX) {
             signed_expected = reading.signed_value;
         } else if (reading.whole) {
-            std::istringstream stream(text);
-            long value = 0;
-            stream >> value;
-            if (!stream.fail() && !stream.bad()) {
-                signed_expected = value;
-            }
+            signed_expected = stream_reading<long>(text);
         }
         EXPECT_EQ(try_as_int64(text), signed_expected) << text;
         EXPECT_EQ(as_int64(text), signed_expected.value_or(0)) << text;
@@ -722,12 +735,7 @@ TEST(ParseWideFamilies, AgreeWithTheCLibraryAndTheStreamOnTheExtremes) {
         if (reading.whole && text.front() != '-' && reading.unsigned_value != ULONG_MAX) {
             unsigned_expected = reading.unsigned_value;
         } else if (reading.whole && text.front() != '-') {
-            std::istringstream stream(text);
-            unsigned long value = 0;
-            stream >> value;
-            if (!stream.fail() && !stream.bad()) {
-                unsigned_expected = value;
-            }
+            unsigned_expected = stream_reading<unsigned long>(text);
         }
         EXPECT_EQ(try_as_uint64(text), unsigned_expected) << text;
         EXPECT_EQ(as_uint64(text), unsigned_expected.value_or(0)) << text;
@@ -738,13 +746,8 @@ TEST(ParseWideFamilies, AgreeWithTheCLibraryAndTheStreamOnTheExtremes) {
 
 TEST(ParseUint64, AgreesWithStrtoulOnRandomDigitTexts) {
     std::mt19937 random(1234);
-    const std::string alphabet = "0123456789+- \tx";
     for (int i = 0; i < 3000; ++i) {
-        std::string text;
-        const std::size_t length = random() % 24;
-        for (std::size_t k = 0; k < length; ++k) {
-            text += alphabet[random() % alphabet.size()];
-        }
+        const std::string text = random_digit_text(random);
         const CReading reading = c_reading(text);
         const auto parsed = try_as_uint64(text);
         if (!reading.whole || text.front() == '-') {

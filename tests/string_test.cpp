@@ -45,7 +45,7 @@ protected:
     void SetUp() override { GTEST_FLAG_SET(death_test_style, "threadsafe"); }
 };
 
-// The stated split steps, one by one, for comparison with the library.
+// Splitting done step by step and piece by piece, for comparison with the library.
 std::vector<std::string> split_by_steps(const std::string& text, const std::string& delimiter,
                                         std::size_t offset) {
     std::vector<std::string> pieces;
@@ -482,7 +482,8 @@ TEST(Contains, AgreesWithASearchFromTheOffset) {
         for (std::size_t pos = offset; pos + needle.size() <= text.size(); ++pos) {
             expected = expected || text.compare(pos, needle.size(), needle) == 0;
         }
-        ASSERT_EQ(contains(text, needle, offset), expected) << text << " / " << needle << offset;
+        ASSERT_EQ(contains(text, needle, offset), expected)
+            << text << " / " << needle << " / " << offset;
         ASSERT_EQ(contains(text, needle.c_str(), offset), expected) << text << " / " << needle;
         const bool byte_expected =
             offset < text.size() && text.find('b', offset) != std::string::npos;
@@ -601,7 +602,7 @@ TEST(Split, DefaultOffsetIsTheStart) {
     EXPECT_EQ(split("a=b", "="), (Pieces{"a", "b"}));
 }
 
-TEST(Split, AgreesWithTheStatedSteps) {
+TEST(Split, AgreesWithAStepByStepReference) {
     std::mt19937 random(1414);
     for (int i = 0; i < 3000; ++i) {
         const std::string text = random_text(random, "a,;", random() % 10);
