@@ -1,5 +1,7 @@
 #include "helper/algorithm/number.h"
 
+#include "QuorvaneExtData.h"
+
 #include <gtest/gtest.h>
 
 #include <boost/optional/optional_io.hpp>
@@ -13,10 +15,12 @@
 #include <locale>
 #include <new>
 #include <random>
+#include <sstream>
 #include <string>
 #include <vector>
 
 using namespace Quorvane::Algorithm;
+using Quorvane::ErrorValue;
 
 // Counts allocations of the current thread, so that the lean integer path can be held to its
 // promise of at most one allocation and no stream. Kept out of line so that the compiler does not
@@ -43,8 +47,6 @@ __attribute__((noinline)) void operator delete(void* memory, std::size_t) noexce
 
 namespace {
 
-// Stands in for the library's error enumeration: a signed 32-bit unscoped enumeration.
-enum ErrorValue : std::int32_t { HMI_E_SUCCESS = 0, HMI_E_INVALID_PARAMETER = 269 };
 enum class Scoped : std::int64_t { Low = -9223372036854775807LL - 1 };
 
 template <class Function>
@@ -67,9 +69,102 @@ std::string printf_unsigned(unsigned long long value) {
 }
 
 std::string printf_fixed(double value, int precision) {
-    char buffer[512];
-    std::snprintf(buffer, sizeof buffer, "%.*f", precision, value);
-    return buffer;
+    const int size = std::snprintf(nullptr, 0, "%.*f", precision, value);
+    std::string text(static_cast<std::size_t>(size) + 1, '\0');
+    std::snprintf(text.data(), text.size(), "%.*f", precision, value);
+    text.pop_back();
+    return text;
+}
+
+// What the C library makes of a whole text in base 10: the value, if strtol or strtoul reads the
+// text up to its first NUL, and whether that value is an extreme that may stand for a saturation.
+struct CReading {
+    bool whole;
+    long signed_value;
+    unsigned long unsigned_value;
+};
+
+CReading c_reading(const std::string& text) {
+    CReading reading{};
+    char* signed_end = nullptr;
+    reading.signed_value = std::strtol(text.c_str(), &signed_end, 10);
+    char* unsigned_end = nullptr;
+    reading.unsigned_value = std::strtoul(text.c_str(), &unsigned_end, 10);
+    reading.whole = !text.empty() && *signed_end == '\0';
+    return reading;
+}
+
+// The narrow families read without the stream: the C library's value if it is whole, in range
+// and not an extreme that strtol or strtoul may have saturated to.
+template <class T>
+boost::optional<T> expected_signed(const std::string& text) {
+    const CReading reading = c_reading(text);
+    if (!reading.whole || reading.signed_value < std::numeric_limits<T>::min() ||
+        reading.signed_value > std::numeric_limits<T>::max()) {
+        return boost::none;
+    }
+    return static_cast<T>(reading.signed_value);
+}
+
+template <class T>
+boost::optional<T> expected_unsigned(const std::string& text) {
+    const CReading reading = c_reading(text);
+    if (!reading.whole || text.front() == '-' ||
+        reading.unsigned_value > std::numeric_limits<T>::max()) {
+        return boost::none;
+    }
+    return static_cast<T>(reading.unsigned_value);
+}
+
+// What an input stream reads from the text, if it sets neither its fail nor its bad flag.
+template <class T>
+boost::optional<T> stream_reading(const std::string& text) {
+    std::istringstream stream(text);
+    T value{};
+    stream >> value;
+    if (stream.fail() || stream.bad()) {
+        return boost::none;
+    }
+    return value;
+}
+
+// Up to 23 bytes of digits, signs, blanks and tabs, and an x: mostly numbers, some not.
+std::string random_digit_text(std::mt19937& random) {
+    const std::string alphabet = "0123456789+- \tx";
+    std::string text;
+    const std::size_t length = random() % 24;
+    for (std::size_t k = 0; k < length; ++k) {
+        text += alphabet[random() % alphabet.size()];
+    }
+    return text;
+}
+
+// Texts around the limits of every family, in the spellings strtol and strtoul accept and some
+// they do not.
+std::vector<std::string> limit_texts() {
+    std::vector<std::string> texts = {"",
+                                      " ",
+                                      "+",
+                                      "-",
+                                      "x",
+                                      "0x10",
+                                      "1e3",
+                                      "1.0",
+                                      "5 ",
+                                      "5\t",
+                                      "--5",
+                                      "+-5",
+                                      std::string("7\0x", 3),
+                                      std::string("\0", 1)};
+    for (const char* number :
+         {"0", "1", "32767", "32768", "65535", "65536", "2147483647", "2147483648", "4294967295",
+          "4294967296", "9223372036854775807", "9223372036854775808", "18446744073709551615",
+          "18446744073709551616", "99999999999999999999999"}) {
+        for (const char* prefix : {"", "-", "+", "0", " ", "\t-", " +00"}) {
+            texts.push_back(std::string(prefix) + number);
+        }
+    }
+    return texts;
 }
 
 // A global locale with digit grouping, to tell stream-written numbers from faststr-written ones.
@@ -84,14 +179,14 @@ struct CommaPunct : std::numpunct<char> {
 };
 
 class GlobalLocale {
-  public:
+public:
     explicit GlobalLocale(std::numpunct<char>* facet)
         : previous_(std::locale::global(std::locale(std::locale::classic(), facet))) {}
     ~GlobalLocale() { std::locale::global(previous_); }
     GlobalLocale(const GlobalLocale&) = delete;
     GlobalLocale& operator=(const GlobalLocale&) = delete;
 
-  private:
+private:
     std::locale previous_;
 };
 
@@ -166,6 +261,27 @@ TEST(NumberToString, ShortAndIntOverloadsAreDecimal) {
     EXPECT_EQ(to_string(UINT_MAX), "4294967295");
 }
 
+TEST(NumberToString, ShortOverloadsWriteEveryValueLikePrintf) {
+    for (int value = -32768; value <= 32767; ++value) {
+        ASSERT_EQ(to_string(static_cast<short>(value)), printf_signed(value)) << value;
+    }
+    for (int value = 0; value <= 65535; ++value) {
+        ASSERT_EQ(to_string(static_cast<unsigned short>(value)), printf_signed(value)) << value;
+    }
+}
+
+TEST(NumberToString, IntegerOverloadsWriteLikePrintf) {
+    for (unsigned long long bits : interesting_magnitudes()) {
+        const auto narrow = static_cast<unsigned int>(bits);
+        ASSERT_EQ(to_string(narrow), printf_unsigned(narrow)) << narrow;
+        ASSERT_EQ(to_string(static_cast<int>(narrow)), printf_signed(static_cast<int>(narrow)))
+            << narrow;
+        ASSERT_EQ(to_string(static_cast<unsigned long>(bits)), printf_unsigned(bits)) << bits;
+        ASSERT_EQ(to_string(static_cast<long>(bits)), printf_signed(static_cast<long>(bits)))
+            << bits;
+    }
+}
+
 TEST(NumberToString, LongOverloadIsDecimalOverTheWholeRange) {
     for (long value :
          {LONG_MIN, -2147483649L, -2147483648L, -1L, 0L, 4294967295L, 4294967296L, LONG_MAX}) {
@@ -193,6 +309,8 @@ TEST(NumberToString, ThirtyTwoBitRangeOfLongIgnoresTheLocale) {
     EXPECT_EQ(to_string(4294967295UL), "4294967295");
     EXPECT_EQ(to_string(1234567), "1234567");
     EXPECT_EQ(to_string(1234567U), "1234567");
+    EXPECT_EQ(to_string(static_cast<short>(-12345)), "-12345");
+    EXPECT_EQ(to_string(static_cast<unsigned short>(65535)), "65535");
 }
 
 TEST(NumberToString, IntegerOverloadsAllocateAtMostOnce) {
@@ -247,9 +365,11 @@ TEST(Faststr, WritesCharAsItsNumber) {
 }
 
 TEST(Faststr, WritesErrorValueAsItsNumber) {
-    EXPECT_EQ(faststr(HMI_E_INVALID_PARAMETER), "269");
-    EXPECT_EQ(faststr(HMI_E_SUCCESS), "0");
+    EXPECT_EQ(faststr(Quorvane::HMI_E_INVALID_PARAMETER), "269");
+    EXPECT_EQ(faststr(Quorvane::HMI_E_SUCCESS), "0");
     EXPECT_EQ(faststr(static_cast<ErrorValue>(-7)), "-7");
+    EXPECT_EQ(faststr(static_cast<ErrorValue>(INT32_MIN)), "-2147483648");
+    EXPECT_EQ(faststr<ErrorValue>(Quorvane::HMI_E_INVALID_PARAMETER), "269");
     EXPECT_EQ(faststr(Scoped::Low), "-9223372036854775808");
 }
 
@@ -276,14 +396,30 @@ TEST(NumberToStringTemplate, WritesIntegersInDecimal) {
 }
 
 TEST(NumberToStringTemplate, WritesErrorValueAsItsNumber) {
-    EXPECT_EQ(to_string<ErrorValue>(HMI_E_INVALID_PARAMETER), "269");
-    EXPECT_EQ(to_string(HMI_E_INVALID_PARAMETER), "269");
+    EXPECT_EQ(to_string<ErrorValue>(Quorvane::HMI_E_INVALID_PARAMETER), "269");
+    EXPECT_EQ(to_string(Quorvane::HMI_E_INVALID_PARAMETER), "269");
+    EXPECT_EQ(to_string<ErrorValue>(static_cast<ErrorValue>(-7)), "-7");
 }
 
 TEST(NumberToStringTemplate, GoesThroughTheStreamEvenForSmallNumbers) {
     GlobalLocale grouping(new GroupingPunct);
     EXPECT_EQ(to_string<int>(1234567), "1,234,567");
     EXPECT_EQ(to_string<long>(1234), "1,234");
+}
+
+TEST(NumberToStringTemplate, EveryTypeGoesThroughTheStream) {
+    GlobalLocale grouping(new GroupingPunct);
+    EXPECT_EQ(to_string<int>(-1234), "-1,234");
+    EXPECT_EQ(to_string<unsigned int>(1234U), "1,234");
+    EXPECT_EQ(to_string<short>(-1234), "-1,234");
+    EXPECT_EQ(to_string<unsigned short>(1234), "1,234");
+    EXPECT_EQ(to_string<long>(1234L), "1,234");
+    EXPECT_EQ(to_string<unsigned long>(1234UL), "1,234");
+    EXPECT_EQ(to_string<unsigned long long>(1234ULL), "1,234");
+    EXPECT_EQ(to_string<ErrorValue>(static_cast<ErrorValue>(1234)), "1,234");
+    EXPECT_EQ(to_string<char>('7'), "7");
+    EXPECT_EQ(to_string<unsigned char>(200), std::string(1, static_cast<char>(200)));
+    EXPECT_EQ(to_string<char>('\0'), std::string(1, '\0'));
 }
 
 TEST(ToStringViaSstream, WritesWhatTheStreamWrites) {
@@ -344,6 +480,48 @@ TEST(DoubleToString, StrippedTextMatchesTheStreamAndNeverEndsInAPoint) {
     }
 }
 
+TEST(DoubleToString, DecimalsBeyondTheExactExpansionAreZeros) {
+    const double values[] = {0.1,
+                             -1.5,
+                             1e-300,
+                             std::numeric_limits<double>::denorm_min(),
+                             -std::numeric_limits<double>::min(),
+                             std::numeric_limits<double>::max(),
+                             0.0};
+    for (double value : values) {
+        for (int precision : {1073, 1074, 1075, 1100, 2000}) {
+            const std::string full = printf_fixed(value, precision);
+            ASSERT_EQ(to_string(value, static_cast<unsigned long>(precision), false), full)
+                << value << " " << precision;
+            if (precision >= 1074) {
+                ASSERT_EQ(to_string(value, static_cast<unsigned long>(precision), true),
+                          to_string(value, 1074, true))
+                    << value << " " << precision;
+            }
+        }
+    }
+}
+
+TEST(DoubleToString, HugePrecisionKeepsItsMeaning) {
+    EXPECT_EQ(to_string(1.5, 4294967299UL, true), "1.5");
+    EXPECT_EQ(to_string(1.5, ULONG_MAX, true), "1.5");
+    EXPECT_EQ(to_string(0.1, 100000000UL, true), to_string(0.1, 1074, true));
+    EXPECT_EQ(to_string(-2.0, 2147483648UL, true), "-2");
+    const std::string wide = to_string(1.25, 20000000UL, false);
+    ASSERT_EQ(wide.size(), 20000002U);
+    EXPECT_EQ(wide.compare(0, 4, "1.25"), 0);
+    EXPECT_EQ(wide.find_first_not_of('0', 4), std::string::npos);
+    EXPECT_EQ(to_string(std::numeric_limits<double>::infinity(), 20000000UL, false), "inf");
+    EXPECT_EQ(to_string(std::nan(""), 20000000UL, false), "nan");
+}
+
+TEST(DoubleToString, StripNeverTouchesGroupedDigitsInFrontOfThePoint) {
+    GlobalLocale grouping(new GroupingPunct);
+    EXPECT_EQ(to_string(1000000.0, 2, false), "1,000,000.00");
+    EXPECT_EQ(to_string(1000000.0, 2, true), "1,000,000");
+    EXPECT_EQ(to_string(1000.5, 3, true), "1,000.5");
+}
+
 TEST(DoubleToString, InfinityAndNanStayAsTheStreamWritesThem) {
     const double inf = std::numeric_limits<double>::infinity();
     EXPECT_EQ(to_string(std::nan(""), 10, true), "nan");
@@ -392,13 +570,8 @@ TEST(ParseInt64, StopsAtTheFirstNulByte) {
 
 TEST(ParseInt64, AgreesWithStrtolOnRandomDigitTexts) {
     std::mt19937 random(99);
-    const std::string alphabet = "0123456789+- \tx";
     for (int i = 0; i < 3000; ++i) {
-        std::string text;
-        const std::size_t length = random() % 24;
-        for (std::size_t k = 0; k < length; ++k) {
-            text += alphabet[random() % alphabet.size()];
-        }
+        const std::string text = random_digit_text(random);
         char* end = nullptr;
         const long value = std::strtol(text.c_str(), &end, 10);
         const bool whole = !text.empty() && *end == '\0';
@@ -526,6 +699,72 @@ TEST(ParseUint16, RangeIsThatOfSixteenBits) {
     EXPECT_TRUE(is_uint16(" 80"));
 }
 
+TEST(ParseNarrowFamilies, AgreeWithTheCLibraryAndTheirRange) {
+    for (const std::string& text : limit_texts()) {
+        EXPECT_EQ(try_as_int32(text), expected_signed<std::int32_t>(text)) << text;
+        EXPECT_EQ(as_int32(text), expected_signed<std::int32_t>(text).value_or(0)) << text;
+        EXPECT_EQ(is_int32(text), expected_signed<std::int32_t>(text).has_value()) << text;
+        EXPECT_EQ(try_as_int(text), expected_signed<int>(text)) << text;
+        EXPECT_EQ(is_int(text), expected_signed<int>(text).has_value()) << text;
+        EXPECT_EQ(try_as_int16(text), expected_signed<std::int16_t>(text)) << text;
+        EXPECT_EQ(is_int16(text), expected_signed<std::int16_t>(text).has_value()) << text;
+        EXPECT_EQ(try_as_uint32(text), expected_unsigned<std::uint32_t>(text)) << text;
+        EXPECT_EQ(as_uint32(text), expected_unsigned<std::uint32_t>(text).value_or(0)) << text;
+        EXPECT_EQ(is_uint32(text), expected_unsigned<std::uint32_t>(text).has_value()) << text;
+        EXPECT_EQ(try_as_uint16(text), expected_unsigned<std::uint16_t>(text)) << text;
+        EXPECT_EQ(as_uint16(text), expected_unsigned<std::uint16_t>(text).value_or(0)) << text;
+        EXPECT_EQ(is_uint16(text), expected_unsigned<std::uint16_t>(text).has_value()) << text;
+    }
+}
+
+// Off the plain spelling of an extreme, the wide families take the answer of an input stream.
+TEST(ParseWideFamilies, AgreeWithTheCLibraryAndTheStreamOnTheExtremes) {
+    for (const std::string& text : limit_texts()) {
+        const CReading reading = c_reading(text);
+        boost::optional<std::int64_t> signed_expected;
+        if (reading.whole && reading.signed_value != LONG_MIN && reading.signed_value != LONG_MAX) {
+            signed_expected = reading.signed_value;
+        } else if (reading.whole) {
+            signed_expected = stream_reading<long>(text);
+        }
+        EXPECT_EQ(try_as_int64(text), signed_expected) << text;
+        EXPECT_EQ(as_int64(text), signed_expected.value_or(0)) << text;
+        EXPECT_EQ(is_int64(text), signed_expected.has_value()) << text;
+
+        boost::optional<std::uint64_t> unsigned_expected;
+        if (reading.whole && text.front() != '-' && reading.unsigned_value != ULONG_MAX) {
+            unsigned_expected = reading.unsigned_value;
+        } else if (reading.whole && text.front() != '-') {
+            unsigned_expected = stream_reading<unsigned long>(text);
+        }
+        EXPECT_EQ(try_as_uint64(text), unsigned_expected) << text;
+        EXPECT_EQ(as_uint64(text), unsigned_expected.value_or(0)) << text;
+        EXPECT_EQ(is_uint64(text), unsigned_expected.has_value()) << text;
+        EXPECT_EQ(try_as_size_t(text), unsigned_expected) << text;
+    }
+}
+
+TEST(ParseUint64, AgreesWithStrtoulOnRandomDigitTexts) {
+    std::mt19937 random(1234);
+    for (int i = 0; i < 3000; ++i) {
+        const std::string text = random_digit_text(random);
+        const CReading reading = c_reading(text);
+        const auto parsed = try_as_uint64(text);
+        if (!reading.whole || text.front() == '-') {
+            ASSERT_FALSE(parsed) << text;
+        } else if (reading.unsigned_value != ULONG_MAX) {
+            ASSERT_EQ(parsed, reading.unsigned_value) << text;
+        }
+    }
+}
+
+TEST(ParseUint64, SignBehindBlanksIsReadAsStrtoulReadsIt) {
+    EXPECT_EQ(try_as_uint64(" -5"), std::strtoul(" -5", nullptr, 10));
+    EXPECT_EQ(try_as_uint64("\t-18446744073709551615"), 1UL);
+    EXPECT_FALSE(try_as_uint32(" -5"));
+    EXPECT_FALSE(try_as_uint16(" -5"));
+}
+
 TEST(ParseTemplates, DoWhatTheNamedFormsDo) {
     for (const char* text : {"", "0", "-1", "12", "2147483648", "65536", "4294967296",
                              "9223372036854775808", "18446744073709551615", "1.5", "1.5kg", "x"}) {
@@ -582,6 +821,13 @@ TEST(ParseDouble, AgreesWithStrtod) {
             EXPECT_EQ(*parsed, expected) << text;
         }
     }
+}
+
+TEST(ParseDouble, UnderflowAndOverflowAreNoFailure) {
+    EXPECT_EQ(try_as_double("1e-400"), 0.0);
+    EXPECT_EQ(try_as_double("-1e999"), -std::numeric_limits<double>::infinity());
+    EXPECT_TRUE(is_double("1.0e-400"));
+    EXPECT_EQ(as_double("0x1.8p1 rest"), 3.0);
 }
 
 TEST(IsDouble, NeedsAPointAndANumber) {
@@ -678,6 +924,31 @@ TEST(TrailingZeros, EveryOverloadCountsDecimalZeros) {
     EXPECT_EQ(trailing_zeros(10000000000000000000UL), 19);
     EXPECT_EQ(trailing_zeros(-1000L), 3);
     EXPECT_EQ(trailing_zeros(0L), 0);
+}
+
+namespace {
+
+// The zeros at the end of the printed number, and none for 0.
+int zeros_at_end(const std::string& digits) {
+    if (digits == "0") {
+        return 0;
+    }
+    return static_cast<int>(digits.size() - 1 - digits.find_last_not_of('0'));
+}
+
+}  // namespace
+
+TEST(TrailingZeros, CountsTheZerosOfTheDecimalText) {
+    for (unsigned long long bits : interesting_magnitudes()) {
+        const auto wide = static_cast<unsigned long>(bits);
+        ASSERT_EQ(trailing_zeros(wide), zeros_at_end(printf_unsigned(wide))) << wide;
+        const auto narrow = static_cast<unsigned int>(bits);
+        ASSERT_EQ(trailing_zeros(narrow), zeros_at_end(printf_unsigned(narrow))) << narrow;
+        const auto magnitude = static_cast<int>(narrow & 0x7fffffffU);
+        ASSERT_EQ(trailing_zeros(-magnitude), zeros_at_end(printf_signed(magnitude))) << magnitude;
+        ASSERT_EQ(trailing_zeros(static_cast<long>(narrow)), trailing_zeros(narrow)) << narrow;
+        ASSERT_EQ(trailing_zeros(-static_cast<long>(narrow)), trailing_zeros(narrow)) << narrow;
+    }
 }
 
 TEST(TrailingZeros, LongLooksOnlyAtTheLowWordOfTheMagnitude) {

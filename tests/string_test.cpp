@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cctype>
+#include <csignal>
 #include <cstring>
 #include <random>
 #include <stdexcept>
@@ -36,6 +37,30 @@ bool is_default_trim_byte(int byte) {
 std::string trimmed(std::string text) {
     trim(text);
     return text;
+}
+
+// A null pointer stops the program; each case runs in a fresh process.
+class NullPointer : public ::testing::Test {
+protected:
+    void SetUp() override { GTEST_FLAG_SET(death_test_style, "threadsafe"); }
+};
+
+// Splitting done step by step and piece by piece, for comparison with the library.
+std::vector<std::string> split_by_steps(const std::string& text, const std::string& delimiter,
+                                        std::size_t offset) {
+    std::vector<std::string> pieces;
+    if (text.empty() || delimiter.empty() || offset > text.size()) {
+        return pieces;
+    }
+    std::size_t pos = offset;
+    std::size_t match = text.find(delimiter, pos);
+    while (match != std::string::npos) {
+        pieces.push_back(text.substr(pos, match - pos));
+        pos = match + delimiter.size();
+        match = text.find(delimiter, pos);
+    }
+    pieces.push_back(pos == text.size() ? std::string() : text.substr(pos));
+    return pieces;
 }
 
 }  // namespace
@@ -161,11 +186,20 @@ TEST(TrimWithSet, EmptySetRemovesNothing) {
     }
 }
 
-TEST(TrimWithSet, NullSetStopsTheProgram) {
+TEST_F(NullPointer, TrimSetStopsTheProgram) {
     std::string text = "x";
-    EXPECT_DEATH(trim(text, nullptr), "");
-    EXPECT_DEATH(ltrim(text, nullptr), "");
-    EXPECT_DEATH(rtrim(text, nullptr), "");
+    std::string empty;
+    EXPECT_EXIT(trim(text, nullptr), ::testing::KilledBySignal(SIGABRT), "");
+    EXPECT_EXIT(ltrim(text, nullptr), ::testing::KilledBySignal(SIGABRT), "");
+    EXPECT_EXIT(rtrim(text, nullptr), ::testing::KilledBySignal(SIGABRT), "");
+    EXPECT_EXIT(trim(empty, nullptr), ::testing::KilledBySignal(SIGABRT), "");
+    EXPECT_EXIT(trim_result("x", nullptr), ::testing::KilledBySignal(SIGABRT), "");
+}
+
+TEST(TrimWithSet, TrimsBytesAbove127WhenTheSetHasThem) {
+    EXPECT_EQ(trim_result("\xa0\xa0x y\xa0", "\xa0"), "x y");
+    EXPECT_EQ(trim_result("\xff \xfe", "\xfe\xff"), " ");
+    EXPECT_EQ(trim_result(" \t x \t ", " "), "\t x \t");
 }
 
 TEST(TrimResult, TrimsACopy) {
@@ -335,6 +369,12 @@ TEST(RemoveEnd, RemovesASuffixThatIsThere) {
     EXPECT_EQ(text, "file");
     EXPECT_EQ(remove_end_copy("abc", "bc"), "a");
     EXPECT_EQ(remove_end_copy("abc", "b"), "abc");
+    EXPECT_TRUE(remove_end(text, ""));
+    EXPECT_EQ(text, "file");
+    EXPECT_EQ(remove_end_copy("abc", ""), "abc");
+    std::string whole = "abc";
+    EXPECT_TRUE(remove_end(whole, "abc"));
+    EXPECT_EQ(whole, "");
 }
 
 TEST(EraseFrom, CutsAtTheFirstOccurrenceNeedleIncluded) {
@@ -423,10 +463,32 @@ TEST(Contains, PointerTextScansToTheTerminator) {
     EXPECT_FALSE(contains("", '\0'));
 }
 
-TEST(Contains, NullNeedleStopsTheProgram) {
-    const char* needle = nullptr;
-    EXPECT_DEATH(contains(std::string("abc"), needle, 0), "");
-    EXPECT_DEATH(contains(std::string("abc"), needle, 10), "");
+TEST_F(NullPointer, ContainsStopsTheProgram) {
+    const char* null = nullptr;
+    EXPECT_EXIT(contains(std::string("abc"), null, 0), ::testing::KilledBySignal(SIGABRT), "");
+    EXPECT_EXIT(contains(std::string("abc"), null, 10), ::testing::KilledBySignal(SIGABRT), "");
+    EXPECT_EXIT(contains(std::string(), null, 0), ::testing::KilledBySignal(SIGABRT), "");
+    EXPECT_EXIT(contains(null, 'a'), ::testing::KilledBySignal(SIGABRT), "");
+    EXPECT_EXIT(contains(null, '\0'), ::testing::KilledBySignal(SIGABRT), "");
+}
+
+TEST(Contains, AgreesWithASearchFromTheOffset) {
+    std::mt19937 random(2718);
+    for (int i = 0; i < 3000; ++i) {
+        const std::string text = random_text(random, "ab", random() % 8);
+        const std::string needle = random_text(random, "ab", random() % 3);
+        const unsigned long offset = random() % 10;
+        bool expected = false;
+        for (std::size_t pos = offset; pos + needle.size() <= text.size(); ++pos) {
+            expected = expected || text.compare(pos, needle.size(), needle) == 0;
+        }
+        ASSERT_EQ(contains(text, needle, offset), expected)
+            << text << " / " << needle << " / " << offset;
+        ASSERT_EQ(contains(text, needle.c_str(), offset), expected) << text << " / " << needle;
+        const bool byte_expected =
+            offset < text.size() && text.find('b', offset) != std::string::npos;
+        ASSERT_EQ(contains(text, 'b', offset), byte_expected) << text << " / " << offset;
+    }
 }
 
 TEST(Icontains, SearchesWithoutRegardToCase) {
@@ -464,6 +526,21 @@ TEST(Equals, IsStrcmpGivingZero) {
     EXPECT_FALSE(equals("abc", "ABC"));
     EXPECT_TRUE(equals("", ""));
     EXPECT_FALSE(equals("a", ""));
+    EXPECT_TRUE(equals("ab\0c", "ab\0d"));
+}
+
+TEST(CaseInsensitiveComparisons, AgreeWithTheCLibraryOnRandomTexts) {
+    std::mt19937 random(1618);
+    for (int i = 0; i < 3000; ++i) {
+        const std::string a = random_text(random, "aAbB[{\xc4\xe4", random() % 5);
+        const std::string b = random_text(random, "aAbB[{\xc4\xe4", random() % 5);
+        ASSERT_EQ(iequals(a.c_str(), b.c_str()), strcasecmp(a.c_str(), b.c_str()) == 0) << a << b;
+        ASSERT_EQ(iequals(a, b.c_str()), strcasecmp(a.c_str(), b.c_str()) == 0) << a << b;
+        ASSERT_EQ(equals(a.c_str(), b.c_str()), std::strcmp(a.c_str(), b.c_str()) == 0) << a << b;
+        const bool starts =
+            b.size() <= a.size() && strcasecmp(a.substr(0, b.size()).c_str(), b.c_str()) == 0;
+        ASSERT_EQ(istarts_with(a, b), starts) << a << " / " << b;
+    }
 }
 
 TEST(Empty, LooksAtTheFirstByte) {
@@ -525,12 +602,38 @@ TEST(Split, DefaultOffsetIsTheStart) {
     EXPECT_EQ(split("a=b", "="), (Pieces{"a", "b"}));
 }
 
+TEST(Split, AgreesWithAStepByStepReference) {
+    std::mt19937 random(1414);
+    for (int i = 0; i < 3000; ++i) {
+        const std::string text = random_text(random, "a,;", random() % 10);
+        const std::string delimiter = random_text(random, ",;", random() % 3);
+        const unsigned long offset = random() % 12;
+        ASSERT_EQ(split(text, delimiter, offset), split_by_steps(text, delimiter, offset))
+            << text << " / " << delimiter << " / " << offset;
+    }
+}
+
 TEST(Split, AppendsWithoutClearing) {
     Pieces out = {"kept"};
     split(out, "x;y", ";", 0);
     EXPECT_EQ(out, (Pieces{"kept", "x", "y"}));
     split(out, "", ";", 0);
     EXPECT_EQ(out, (Pieces{"kept", "x", "y"}));
+}
+
+TEST(StringAlgorithms, LongTextsStayLinear) {
+    const std::string text(1 << 20, 'a');
+    std::string replaced = text;
+    replace_all(replaced, "a", "bb");
+    EXPECT_EQ(replaced, std::string(2 << 20, 'b'));
+    std::string removed = text + "b";
+    remove_all(removed, "a");
+    EXPECT_EQ(removed, "b");
+    EXPECT_EQ(split(text, "a").size(), (1U << 20) + 1);
+    EXPECT_EQ(count_occurrences(text, std::string("aa")), 1U << 19);
+    std::string spaced(1 << 20, ' ');
+    simplify_whitespace_not_between_quotation_marks(spaced);
+    EXPECT_EQ(spaced, "");
 }
 
 TEST(EscapeForLuaGsub, DoublesPercentAndEscapesQuotes) {

@@ -1,5 +1,6 @@
 #include "helper/algorithm/number.h"
 
+#include <algorithm>
 #include <array>
 #include <climits>
 #include <cmath>
@@ -60,6 +61,11 @@ std::string from_table(const std::array<ByteText, 256>& table, unsigned char ind
     const ByteText& entry = table[index];
     return std::string(entry.text, entry.size);
 }
+
+// A finite double is a binary fraction of at most 1074 binary places, so its decimal expansion
+// ends by the 1074th decimal and every later one is 0. The stream is never asked for more: it
+// would build the whole text on the stack, and it truncates a count beyond the range of int.
+constexpr unsigned long exact_decimals = 1074;
 
 // The end pointer of strtol and strtoul must stand on the terminating NUL: the whole text (up to a
 // NUL inside it) is the number.
@@ -203,11 +209,15 @@ std::string to_string(unsigned long value) {
 }
 
 std::string to_string(double value, unsigned long precision, bool strip) {
+    const unsigned long decimals = precision == 0 ? 1 : precision;
     std::ostringstream stream;
-    stream.precision(static_cast<std::streamsize>(precision == 0 ? 1 : precision));
+    stream.precision(static_cast<std::streamsize>(std::min(decimals, exact_decimals)));
     stream << std::fixed << value;
     std::string text = stream.str();
     if (!strip) {
+        if (decimals > exact_decimals && std::isfinite(value)) {
+            text.append(decimals - exact_decimals, '0');
+        }
         return text;
     }
     const std::size_t point = text.find('.');

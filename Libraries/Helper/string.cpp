@@ -26,8 +26,8 @@ bool is_trim_space(char c) {
     return byte < 64 && ((white_space_mask >> byte) & 1U) != 0;
 }
 
-// A caller's set must exist; a null set is a programming error that stops the program rather
-// than letting it run on with undefined behaviour.
+// A caller's set, needle or text must exist; a null pointer is a programming error that stops
+// the program rather than letting it run on with undefined behaviour.
 const char* required(const char* pointer) {
     if (pointer == nullptr) {
         std::abort();
@@ -301,7 +301,8 @@ bool contains(const std::string& text, char c, unsigned long offset) {
 }
 
 bool contains(const char* text, char c) {
-    return c != '\0' && std::strchr(text, c) != nullptr;
+    const char* const checked = required(text);
+    return c != '\0' && std::strchr(checked, c) != nullptr;
 }
 
 bool icontains(const std::string& text, const std::string& needle) {

@@ -147,21 +147,24 @@ QUORVANE_API std::string to_string(unsigned int value);
 QUORVANE_API std::string to_string(long value);
 // Decimal through faststr up to 4294967295; values above go through a text stream.
 QUORVANE_API std::string to_string(unsigned long value);
-// Fixed notation with `precision` decimals (0 is taken as 1) through a text stream, so rounding
-// and the decimal mark are the global locale's. With `strip`, trailing zeros behind the point go,
-// and the point with them when no other decimal is left: 1.0 gives "1", 100.0 gives "100".
-// Infinities and NaN come out as the stream writes them. The text holds `precision` decimals
-// before stripping, so the cost grows with it.
+// Fixed notation with `precision` decimals (0 is taken as 1) through a text stream: rounding is
+// the stream's and the decimal mark the global locale's. With `strip`, trailing zeros behind the
+// point go, and the point with them when no other decimal is left: 1.0 gives "1", 100.0 gives
+// "100", -0.0 gives "-0"; a text without '.' (infinities, NaN, a foreign decimal mark) stays as it
+// is. Without `strip` the text holds all `precision` decimals, so its size grows with it, and a
+// precision too large for memory fails as an allocation does.
 QUORVANE_API std::string to_string(double value, unsigned long precision, bool strip);
 
-// Signed 64 bits: the whole text must be one strtol number (leading white space and one sign
-// allowed; nothing behind it). Saturated results are confirmed by a second reading through a
-// text stream, so "+9223372036854775807" is valid and "9223372036854775808" is not.
+// Signed 64 bits: the whole text, up to its first NUL byte, must be one base-10 strtol number
+// (leading white space and one sign allowed; nothing behind it). Saturated results are confirmed
+// by a second reading through a text stream, so "+9223372036854775807" is valid and
+// "9223372036854775808" is not. A bad text gives an empty optional, 0 or false.
 QUORVANE_API boost::optional<std::int64_t> try_as_int64(const std::string& text);
 QUORVANE_API std::int64_t as_int64(const std::string& text);
 QUORVANE_API bool is_int64(const std::string& text);
 
-// Signed 32 bits, -2147483648 to 2147483647; no stream reading. try_as_int is the same.
+// Signed 32 bits, -2147483648 to 2147483647, by the same strtol rule without the stream reading;
+// out of range is a bad text. try_as_int is the same.
 QUORVANE_API boost::optional<std::int32_t> try_as_int32(const std::string& text);
 QUORVANE_API std::int32_t as_int32(const std::string& text);
 QUORVANE_API bool is_int32(const std::string& text);
@@ -172,9 +175,10 @@ QUORVANE_API bool is_int(const std::string& text);
 QUORVANE_API boost::optional<std::int16_t> try_as_int16(const std::string& text);
 QUORVANE_API bool is_int16(const std::string& text);
 
-// Unsigned 64 bits by strtoul. A text whose first byte is '-' fails, but only the first byte is
-// looked at: " -5" is read as strtoul reads it, 18446744073709551611. The largest value is
-// confirmed through a text stream, as for the signed form.
+// Unsigned 64 bits: the whole text, up to its first NUL byte, must be one base-10 strtoul number.
+// A text whose first byte is '-' fails, but only the first byte is looked at: " -5" is read as
+// strtoul reads it, 18446744073709551611. The largest value is confirmed through a text stream,
+// as for the signed form.
 QUORVANE_API boost::optional<std::uint64_t> try_as_uint64(const std::string& text);
 QUORVANE_API std::uint64_t as_uint64(const std::string& text);
 QUORVANE_API bool is_uint64(const std::string& text);
@@ -184,7 +188,7 @@ QUORVANE_API boost::optional<std::size_t> try_as_size_t(const std::string& text)
 QUORVANE_API std::size_t as_size_t(const std::string& text);
 QUORVANE_API bool is_size_t(const std::string& text);
 
-// Unsigned 32 bits, 0 to 4294967295; no stream reading.
+// Unsigned 32 bits, 0 to 4294967295, by the same strtoul rule without the stream reading.
 QUORVANE_API boost::optional<std::uint32_t> try_as_uint32(const std::string& text);
 QUORVANE_API std::uint32_t as_uint32(const std::string& text);
 QUORVANE_API bool is_uint32(const std::string& text);

@@ -85,7 +85,7 @@ QUORVANE_API bool contains(const std::string& text, const std::string& needle,
                            unsigned long offset = 0);
 QUORVANE_API bool contains(const std::string& text, const char* needle, unsigned long offset = 0);
 QUORVANE_API bool contains(const std::string& text, char c, unsigned long offset = 0);
-// Scans up to the terminator; searching for NUL gives false.
+// Scans up to the terminator; searching for NUL gives false. A null text aborts.
 QUORVANE_API bool contains(const char* text, char c);
 
 // Case-insensitive search under the default std::locale. An empty needle gives false, unlike
