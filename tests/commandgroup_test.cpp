@@ -78,6 +78,10 @@ protected:
     }
 };
 
+// Looks at the shared empties before anything has made them, so it runs without the set-up
+// above, which makes them all.
+class SharedEmptyStartUpDeathTest : public request_test::ScenarioDeathTest {};
+
 }  // namespace
 
 // ---- the two faces ------------------------------------------------------------------------
@@ -366,6 +370,33 @@ TEST_F(SharedEmptyGroup, ACopyIsAnOrdinaryGroupThatIsNotSet) {
     EXPECT_STREQ(copy.domain(), "mine");
     EXPECT_EQ(copy.size(), 1u);
     EXPECT_EQ(shared_empty_group().size(), 0u);
+}
+
+TEST_F(SharedEmptyStartUpDeathTest, InitializationCreatesTheSharedEmptiesOfRequests) {
+    run([] {
+        const char* const guards[] = {
+            "_ZGVZN8Quorvane11EmptyValues13empty_CommandEvE7wrapper",
+            "_ZGVZN8Quorvane11EmptyValues18empty_CommandGroupEvE7wrapper",
+            "_ZGVZN8Quorvane11EmptyValues13empty_SessionEvE14empty_session_",
+            "_ZGVZN8Quorvane11EmptyValues15empty_TimestampEvE17empty_timestammp_",
+        };
+        // A one-time guard's first byte turns non-zero once its object is made.
+        const auto made = [](const char* guard) {
+            return *static_cast<const unsigned char*>(request_test::library_address(guard)) != 0;
+        };
+        bool ok = true;
+        for (const char* guard : guards) {
+            if (request_test::library_address(guard) == nullptr) {
+                return true;  // no symbol table to look into
+            }
+            ok = check(!made(guard), guard) && ok;
+        }
+        Quorvane::initialize_api(nullptr);
+        for (const char* guard : guards) {
+            ok = check(made(guard), guard) && ok;
+        }
+        return check(!shared_empty_group().isset() && shared_empty_group().empty(), "empty") && ok;
+    });
 }
 
 TEST_F(SharedEmptyGroupDeathTest, MapperWritesLandInTheSharedImplementation) {
