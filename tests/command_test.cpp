@@ -272,6 +272,44 @@ TEST(CommandFlags, AnswersOtherThanTheResultTouchNoFlag) {
     EXPECT_EQ(flags_of(command), 0x41000u);
 }
 
+TEST(CommandFlags, RandomSequencesFollowTheChangeRules) {
+    std::mt19937 random(5150u);
+    std::uniform_int_distribution<int> step(0, 2);
+    std::uniform_int_distribution<std::uint32_t> word;
+    const ErrorValue results[] = {HMI_E_SUCCESS, HMI_E_FAIL, HMI_E_UNCHANGED};
+    for (int sequence = 0; sequence < 200; ++sequence) {
+        Command command;
+        std::uint32_t flags = 0x40001u;
+        ErrorValue result = HMI_E_SUCCESS;
+        for (int i = 0; i < 20; ++i) {
+            switch (step(random)) {
+                case 0: {
+                    const bool changed = (word(random) & 1u) != 0;
+                    command.set_changed(changed);
+                    flags = (flags & ~0x1001u) | (changed ? 0x1u : 0x1000u);
+                    break;
+                }
+                case 1: {
+                    const ErrorValue next = results[word(random) % 3];
+                    command.mapper()->set_result(next);
+                    if (next != result) {
+                        flags = (flags & ~0x1001u) | 0x1u;
+                    }
+                    result = next;
+                    break;
+                }
+                default:
+                    flags = word(random);
+                    command.mapper()->set_flags(static_cast<InternalCommandOption>(flags));
+                    break;
+            }
+            ASSERT_EQ(flags_of(command), flags) << "sequence " << sequence << ", step " << i;
+            ASSERT_EQ(command.changed(), (flags & 1u) != 0);
+            ASSERT_EQ(command.result(), result);
+        }
+    }
+}
+
 // ---- values -------------------------------------------------------------------------------
 
 TEST(CommandValues, SettersStoreDeepCopies) {
@@ -412,7 +450,27 @@ TEST(CommandEquality, SameHandleIsEqual) {
     EXPECT_TRUE(unnamed == Command());
 }
 
+TEST(CommandEquality, TheSharedEmptyCommandComparesByNameLikeAnyOther) {
+    EXPECT_TRUE(miss() == Command());
+    EXPECT_TRUE(Command() == miss());
+    EXPECT_FALSE(miss() != Command());
+    EXPECT_FALSE(miss() == Command("a"));
+    EXPECT_TRUE(miss() == miss());
+}
+
 // ---- copying and exchanging ---------------------------------------------------------------
+
+TEST(CommandCopy, SelfAssignmentKeepsTheCommand) {
+    Command command("self");
+    command.set_read_value(Value(3));
+    Command& same = command;
+    command = same;
+    EXPECT_STREQ(command.name(), "self");
+    EXPECT_EQ(command.read_value().get_int32(), 3);
+    command.set_read_value(command.read_value());
+    command.set_write_value(command.read_value());
+    EXPECT_EQ(command.write_value().get_int32(), 3);
+}
 
 TEST(CommandCopy, CopiesEveryFieldAndFlag) {
     Command original("c");
@@ -511,6 +569,16 @@ TEST(SharedEmptyCommand, ReadsAnswerDefaults) {
     EXPECT_EQ(empty.processed_start().nanoseconds(), 0);
     EXPECT_EQ(empty.processed_end().nanoseconds(), 0);
     EXPECT_EQ(&miss(), &CommandGroup("other")[5]);
+}
+
+TEST(SharedEmptyCommand, BothMapperFormsReachTheSharedImplementation) {
+    Command& empty = miss();
+    const Command& view = empty;
+    EXPECT_EQ(view.mapper(), empty.mapper());
+    EXPECT_EQ(CommandGroup("any")[7].mapper(), empty.mapper());
+    EXPECT_EQ(view.mapper()->flags(), INTERNAL_COMMAND_DEFAULT);
+    const Command copy(empty);
+    EXPECT_NE(copy.mapper(), empty.mapper());
 }
 
 TEST(SharedEmptyCommand, ValueReferencesAreTheSharedEmptyValue) {

@@ -1,7 +1,6 @@
 #include "QuorvaneExtApi.h"
 
 #include <gtest/gtest.h>
-#include <link.h>
 
 #include "request_test_support.h"
 
@@ -38,46 +37,14 @@ std::string names_of(const CommandGroup& group) {
 }
 
 // The library keeps its shared empty group to itself: nothing public leads to it, and its name
-// is not exported. To check what it answers, these tests find it by its entry in the library's
-// full symbol table (present in every unstripped build) and the address the library was loaded
-// at. Null if the table is missing.
-int find_library_base(dl_phdr_info* info, std::size_t, void* base) {
-    if (info->dlpi_name != nullptr && std::strstr(info->dlpi_name, "libQuorvaneExt") != nullptr) {
-        *static_cast<std::uintptr_t*>(base) = info->dlpi_addr;
-        return 1;
-    }
-    return 0;
-}
-
+// is not exported. To check what it answers, these tests find it through the library's full
+// symbol table. Null if the table is missing.
 CommandGroup* library_empty_group() {
-    std::uintptr_t base = 0;
-    if (dl_iterate_phdr(find_library_base, &base) == 0) {
-        return nullptr;
-    }
-    const std::string command = std::string("nm --defined-only ") + QUORVANE_LIBRARY_FILE;
-    FILE* pipe = popen(command.c_str(), "r");
-    if (pipe == nullptr) {
-        return nullptr;
-    }
-    const char* const wanted = "_ZZN8Quorvane11EmptyValues18empty_CommandGroupEvE7wrapper";
-    std::uintptr_t offset = 0;
-    char line[4096];
-    while (std::fgets(line, sizeof line, pipe) != nullptr) {
-        char address[64];
-        char kind[8];
-        char name[4096];
-        if (std::sscanf(line, "%63s %7s %4095s", address, kind, name) == 3 &&
-            std::strcmp(name, wanted) == 0) {
-            offset = std::strtoull(address, nullptr, 16);
-        }
-    }
-    pclose(pipe);
-    if (offset == 0) {
-        return nullptr;
-    }
+    void* group =
+        request_test::library_address("_ZZN8Quorvane11EmptyValues18empty_CommandGroupEvE7wrapper");
     // The group must exist before it is looked at; initialize_api makes every shared empty.
     Quorvane::initialize_api(nullptr);
-    return reinterpret_cast<CommandGroup*>(base + offset);
+    return static_cast<CommandGroup*>(group);
 }
 
 CommandGroup& shared_empty_group() {
@@ -110,6 +77,10 @@ protected:
         ScenarioDeathTest::SetUp();
     }
 };
+
+// Looks at the shared empties before anything has made them, so it runs without the set-up
+// above, which makes them all.
+class SharedEmptyStartUpDeathTest : public request_test::ScenarioDeathTest {};
 
 }  // namespace
 
@@ -336,6 +307,28 @@ TEST(CommandGroupCopy, AssignmentAndSwap) {
     EXPECT_EQ(names_of(source), "b;");
 }
 
+TEST(CommandGroupCopy, SelfAssignmentKeepsTheGroup) {
+    CommandGroup group = group_of({"a", "b"}, "Plant");
+    CommandGroup& same = group;
+    group = same;
+    EXPECT_EQ(names_of(group), "a;b;");
+    EXPECT_STREQ(group.domain(), "Plant");
+}
+
+TEST(CommandGroupCommands, InsertingACommandOfTheSameGroupCopiesIt) {
+    CommandGroup group = group_of({"a"});
+    // Enough inserts to make the storage move while the source is one of its elements.
+    for (int i = 0; i < 40; ++i) {
+        group.insert(group.begin_vector(), group[group.size() - 1]);
+    }
+    EXPECT_EQ(group.size(), 41u);
+    for (unsigned long i = 0; i < group.size(); ++i) {
+        ASSERT_STREQ(group[i].name(), "a") << i;
+    }
+    group[0].set_name("first");
+    EXPECT_STREQ(group[1].name(), "a");
+}
+
 // ---- the shared empty group ---------------------------------------------------------------
 
 TEST_F(SharedEmptyGroup, ReadsAnswerDefaults) {
@@ -377,6 +370,33 @@ TEST_F(SharedEmptyGroup, ACopyIsAnOrdinaryGroupThatIsNotSet) {
     EXPECT_STREQ(copy.domain(), "mine");
     EXPECT_EQ(copy.size(), 1u);
     EXPECT_EQ(shared_empty_group().size(), 0u);
+}
+
+TEST_F(SharedEmptyStartUpDeathTest, InitializationCreatesTheSharedEmptiesOfRequests) {
+    run([] {
+        const char* const guards[] = {
+            "_ZGVZN8Quorvane11EmptyValues13empty_CommandEvE7wrapper",
+            "_ZGVZN8Quorvane11EmptyValues18empty_CommandGroupEvE7wrapper",
+            "_ZGVZN8Quorvane11EmptyValues13empty_SessionEvE14empty_session_",
+            "_ZGVZN8Quorvane11EmptyValues15empty_TimestampEvE17empty_timestammp_",
+        };
+        // A one-time guard's first byte turns non-zero once its object is made.
+        const auto made = [](const char* guard) {
+            return *static_cast<const unsigned char*>(request_test::library_address(guard)) != 0;
+        };
+        bool ok = true;
+        for (const char* guard : guards) {
+            if (request_test::library_address(guard) == nullptr) {
+                return true;  // no symbol table to look into
+            }
+            ok = check(!made(guard), guard) && ok;
+        }
+        Quorvane::initialize_api(nullptr);
+        for (const char* guard : guards) {
+            ok = check(made(guard), guard) && ok;
+        }
+        return check(!shared_empty_group().isset() && shared_empty_group().empty(), "empty") && ok;
+    });
 }
 
 TEST_F(SharedEmptyGroupDeathTest, MapperWritesLandInTheSharedImplementation) {

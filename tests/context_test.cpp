@@ -137,6 +137,24 @@ TEST(ContextEquality, SessionLanguageTakesNoPart) {
     EXPECT_FALSE(a != b);
 }
 
+TEST(ContextEquality, AContextEqualsItself) {
+    Context context("Plant");
+    context.session().set_user("operator");
+    EXPECT_TRUE(context == context);
+    EXPECT_FALSE(context != context);
+}
+
+TEST(ContextRobustness, SelfAssignmentKeepsTheContext) {
+    Context context("Plant");
+    context.session().set_id("s");
+    Context& same = context;
+    context = same;
+    EXPECT_STREQ(context.domain(), "Plant");
+    EXPECT_STREQ(context.session().id(), "s");
+    context.set_session(context.session());
+    EXPECT_STREQ(context.session().id(), "s");
+}
+
 TEST(ContextRobustness, ArbitraryDomainsAreStoredUpToTheTerminator) {
     for (const std::string& text : request_test::random_texts(1789u, 2000, 40)) {
         Context context(text.c_str());

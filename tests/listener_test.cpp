@@ -7,6 +7,7 @@
 #include <climits>
 #include <cstdint>
 #include <cstring>
+#include <map>
 #include <string>
 #include <type_traits>
 
@@ -190,6 +191,60 @@ TEST(ListenerInterfaces, AHostCallsThroughTheInterface) {
     IQuorvaneShutdownListener& shutdown = object;
     shutdown.on_shutdown(HMI_E_RESTART);
     EXPECT_EQ(object.shutdown_reason, HMI_E_RESTART);
+}
+
+namespace {
+
+// A request listener that an extension derives further: the family stays the interface's.
+class Requests : public IQuorvaneRequestListener {
+public:
+    ResultPair on_request(const Context&, CommandGroup&) override { return ResultPair(); }
+};
+
+class TracedRequests : public Requests {
+public:
+    ResultPair on_request(const Context&, CommandGroup&) override {
+        return ResultPair(HMI_E_SKIP, "traced");
+    }
+};
+
+}  // namespace
+
+TEST(ListenerInterfaces, DerivedClassesKeepTheFamilyOfTheInterface) {
+    const TracedRequests traced;
+    const IQuorvaneListener& root = traced;
+    EXPECT_EQ(root.type(), ListenerType::Request);
+    EXPECT_EQ(traced.type(), ListenerType::Request);
+    EXPECT_EQ(static_cast<const Requests&>(traced).type(), ListenerType::Request);
+}
+
+TEST(ListenerInterfaces, TheFamiliesAndTheirNamesAreFunctionsOfTheLibrary) {
+    const std::map<std::string, std::uintptr_t> exported = request_test::library_symbols(true);
+    if (exported.empty()) {
+        GTEST_SKIP() << "the library's export table is not readable";
+    }
+    const char* const interfaces[] = {
+        "IQuorvaneConfigListener",        "IQuorvaneEventLocalizationListener",
+        "IQuorvaneAlarmProviderListener", "IQuorvaneRequestListener",
+        "IQuorvaneSubscriptionListener",  "IQuorvaneSessionListener",
+        "IQuorvaneShutdownListener",      "IQuorvaneAuthListener",
+        "IQuorvaneExportListener",        "IQuorvaneEventListener",
+        "IQuorvaneAsyncRequestListener",  "IQuorvaneAsyncEventLocalizationListener",
+        "IQuorvaneHttpListener",          "IQuorvaneAsyncHttpListener",
+    };
+    for (const char* name : interfaces) {
+        const std::string type =
+            "_ZNK8Quorvane" + std::to_string(std::strlen(name)) + name + "4typeEv";
+        EXPECT_EQ(exported.count(type), 1u) << type;
+    }
+    for (const char* destructor :
+         {"_ZN8Quorvane17IQuorvaneListenerD0Ev", "_ZN8Quorvane17IQuorvaneListenerD1Ev",
+          "_ZN8Quorvane17IQuorvaneListenerD2Ev"}) {
+        EXPECT_EQ(exported.count(destructor), 1u) << destructor;
+    }
+    const auto names = exported.lower_bound("_ZN8Quorvane23listener_type_to_string");
+    ASSERT_NE(names, exported.end());
+    EXPECT_EQ(names->first.rfind("_ZN8Quorvane23listener_type_to_string", 0), 0u);
 }
 
 TEST(ListenerInterfaces, DestructionThroughTheRootRuns) {

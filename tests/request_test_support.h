@@ -2,12 +2,14 @@
 // Helpers shared by the tests of sessions, contexts, listeners, commands and command groups.
 
 #include <gtest/gtest.h>
+#include <link.h>
 
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <functional>
+#include <map>
 #include <random>
 #include <string>
 #include <vector>
@@ -74,6 +76,54 @@ inline std::vector<std::string> random_texts(unsigned seed, int count, int max_l
         texts.push_back(text);
     }
     return texts;
+}
+
+// The symbols the library's file defines, with their offsets in it: the export table alone
+// (`dynamic`), or the full symbol table, which every unstripped build keeps and which also names
+// what the library keeps to itself. Empty if `nm` cannot read the file.
+inline std::map<std::string, std::uintptr_t> library_symbols(bool dynamic) {
+    std::map<std::string, std::uintptr_t> symbols;
+    const std::string command =
+        std::string(dynamic ? "nm -D" : "nm") + " --defined-only " + QUORVANE_LIBRARY_FILE;
+    FILE* pipe = popen(command.c_str(), "r");
+    if (pipe == nullptr) {
+        return symbols;
+    }
+    char line[4096];
+    while (std::fgets(line, sizeof line, pipe) != nullptr) {
+        char address[64];
+        char kind[8];
+        char name[4096];
+        if (std::sscanf(line, "%63s %7s %4095s", address, kind, name) == 3) {
+            symbols[name] = std::strtoull(address, nullptr, 16);
+        }
+    }
+    pclose(pipe);
+    return symbols;
+}
+
+inline int find_library_base(dl_phdr_info* info, std::size_t, void* base) {
+    if (info->dlpi_name != nullptr && std::strstr(info->dlpi_name, "libQuorvaneExt") != nullptr) {
+        *static_cast<std::uintptr_t*>(base) = info->dlpi_addr;
+        return 1;
+    }
+    return 0;
+}
+
+// Where a symbol of the library's full table lives in this process, for looking at what the
+// library keeps to itself (its shared empty objects and their one-time guards). Null when the
+// library is not loaded or the table does not name the symbol.
+inline void* library_address(const char* symbol) {
+    std::uintptr_t base = 0;
+    if (dl_iterate_phdr(find_library_base, &base) == 0) {
+        return nullptr;
+    }
+    static const std::map<std::string, std::uintptr_t> symbols = library_symbols(false);
+    const auto found = symbols.find(symbol);
+    if (found == symbols.end() || found->second == 0) {
+        return nullptr;
+    }
+    return reinterpret_cast<void*>(base + found->second);
 }
 
 }  // namespace request_test

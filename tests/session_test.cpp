@@ -375,7 +375,123 @@ TEST_F(SessionHostDeathTest, AnExceptionOfTheHostPassesThrough) {
     });
 }
 
+TEST_F(SessionHostDeathTest, RawBytesInTheAnswerAreReadNoFurtherThanTheyGo) {
+    run([] {
+        // A Binary, or a value retagged from one, carries its bytes without a terminator.
+        const auto binary = [](const char* bytes, std::uint64_t size) {
+            unsigned char copy[8] = {};
+            std::memcpy(copy, bytes, size);
+            return Value(Quorvane::Binary{size, copy});
+        };
+        const auto retagged = [&binary](const char* bytes, std::uint64_t size,
+                                        Quorvane::ValueType kind) {
+            Value value = binary(bytes, size);
+            value.set_type(kind);
+            return value;
+        };
+        const struct {
+            Value answer;
+            const char* language;
+            int calls_for_three_reads;
+        } rows[] = {
+            {binary("nl", 2), "nl", 1},
+            {binary("nl\0x", 4), "nl", 1},
+            {binary("\0nl", 3), "en", 3},
+            {Value(Quorvane::Binary{}), "en", 3},
+            {retagged("pt", 2, Quorvane::ValueType::Any), "pt", 1},
+            {retagged("sv", 2, Quorvane::ValueType::Bool), "sv", 1},
+            {retagged("da", 2, Quorvane::ValueType::Int64), "da", 1},
+            // Retagging to Int or String drops the bytes.
+            {retagged("fi", 2, Quorvane::ValueType::Int), "en", 3},
+            {retagged("fi", 2, Quorvane::ValueType::String), "en", 3},
+        };
+        bool ok = true;
+        int row = 0;
+        for (const auto& r : rows) {
+            CountingHost host(r.answer);
+            Quorvane::initialize_api(&host);
+            Session session;
+            for (int i = 0; i < 3; ++i) {
+                ok = same_text(session.locale(), r.language) && ok;
+            }
+            if (host.calls != r.calls_for_three_reads) {
+                std::fprintf(stderr, "row %d: %d calls\n", row, host.calls);
+                ok = false;
+            }
+            ++row;
+        }
+        return ok;
+    });
+}
+
+TEST_F(SessionHostDeathTest, AnswersOfContainerKindsGiveEnglishAndAreAskedAgain) {
+    run([] {
+        Value map;
+        map.insert("DEFAULTLOCALE", Value("fr"));
+        Value vector;
+        vector << Value("fr");
+        bool ok = true;
+        for (const Value& answer : {map, vector}) {
+            CountingHost host(answer);
+            Quorvane::initialize_api(&host);
+            Session session;
+            ok = same_text(session.locale(), "en") && same_text(session.locale(), "en") && ok;
+            ok = check(host.calls == 2, "asked at each call") && ok;
+        }
+        return ok;
+    });
+}
+
+TEST_F(SessionHostDeathTest, OnlyInitializationCreatesTheSharedEmptySession) {
+    run([] {
+        const auto* guard = static_cast<const unsigned char*>(request_test::library_address(
+            "_ZGVZN8Quorvane11EmptyValues13empty_SessionEvE14empty_session_"));
+        const auto* empty = static_cast<const Session*>(request_test::library_address(
+            "_ZZN8Quorvane11EmptyValues13empty_SessionEvE14empty_session_"));
+        if (guard == nullptr || empty == nullptr) {
+            return true;  // no symbol table to look into
+        }
+        // Sessions, contexts and the language fallback do without it.
+        Session session;
+        Session copy(session);
+        copy = session;
+        Quorvane::Context context;
+        context.set_session(session);
+        bool ok = same_text(session.locale(), "en") && same_text(context.session().locale(), "en");
+        ok = check(session == copy && context == Quorvane::Context(), "ordinary use") && ok;
+        ok = check(*guard == 0, "not made by ordinary use") && ok;
+        Quorvane::initialize_api(nullptr);
+        ok = check(*guard != 0, "made by initialize_api") && ok;
+        ok = check(*empty == Session() && std::strcmp(empty->id(), "") == 0 &&
+                       std::strcmp(empty->user(), "") == 0 && empty->socket_id() == 0 &&
+                       empty->endpoint_info() == 0,
+                   "a default session") &&
+             ok;
+        return same_text(empty->locale(), "en") && ok;
+    });
+}
+
 // ---- robustness ---------------------------------------------------------------------------
+
+TEST(SessionRobustness, TheDefaultLanguageOutlivesTheSession) {
+    const char* language = nullptr;
+    {
+        Session session;
+        session.set_locale("client");
+        language = session.locale();
+    }
+    EXPECT_STREQ(language, "en");
+}
+
+TEST(SessionRobustness, SelfAssignmentKeepsTheSession) {
+    Session session;
+    session.set_id("7");
+    session.set_locale("de");
+    Session& same = session;
+    session = same;
+    EXPECT_STREQ(session.id(), "7");
+    EXPECT_STREQ(session.locale(), "de");
+}
 
 TEST(SessionRobustness, ArbitraryBytesAreStoredUpToTheTerminator) {
     for (const std::string& text : request_test::random_texts(20240611u, 2000, 40)) {

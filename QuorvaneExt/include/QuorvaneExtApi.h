@@ -805,9 +805,11 @@ enum EndpointInfo : std::uint8_t {
 };
 
 // The client of a call: identifier, user, language, socket and endpoint. Not an IObject and
-// without a shared empty; copies are deep and independent, assignment exchanges
-// implementations. Setters have no guard. Text results stay valid until the session is changed
-// or destroyed. Null text arguments are precondition violations.
+// without a shared empty; copies are deep and independent (a language cached by one copy is not
+// seen by the others), assignment exchanges implementations. Setters have no guard. Text results
+// stay valid until the session is changed, assigned to or destroyed. Null text arguments are
+// precondition violations. Nothing reports an error; only allocation failures and an exception
+// of the host's language read (see locale) pass through.
 class QUORVANE_API Session {
 public:
     // Empty texts, socket 0, endpoint 0.
@@ -826,12 +828,13 @@ public:
     void set_user(const char* user);
 
     // The effective language, never empty. With no stored language the host's "DEFAULTLOCALE"
-    // (domain "Quorvane") is read once and cached in this session; an answer that is no text is
-    // not cached, so the host is asked again next time. Neither a stored nor a read "client", nor
-    // a missing host, gives a language: then the answer is "en". Const, yet it writes the cache,
-    // so concurrent calls on one session race unless a language is stored or no host is linked.
-    // An exception of the host passes through. The result lives as long as the stored text, or
-    // for ever when it is "en".
+    // (domain "Quorvane") is read and cached in this session, so later calls do not ask again;
+    // an answer without text (a Null, a number, the empty text) leaves nothing stored, and the
+    // host is asked again at the next call. A missing host, a host without IDataProvider, and a
+    // stored or read "client" (exactly these six letters; it stays stored) all answer "en".
+    // Const, yet it writes the cache, so concurrent calls on one session race unless a language
+    // is stored or no host is linked. An exception of the host passes through and stores nothing.
+    // The result lives as long as the stored text, or for ever when it is "en".
     const char* locale() const;
     // Stores the language as given; an empty text makes the next locale() ask the host again.
     void set_locale(const char* locale);
@@ -847,7 +850,9 @@ private:
 
 // One call: the addressed domain, the session that asks, the kind of request, and two numbers
 // that only host and extensions interpret. Not an IObject and without a shared empty; copies
-// are deep, the session included. Null text arguments are precondition violations.
+// are deep, the session included, and assignment exchanges implementations. Text results stay
+// valid until the context is changed, assigned to or destroyed. Null text arguments are
+// precondition violations. Nothing reports an error or throws, apart from allocation failures.
 class QUORVANE_API Context {
 public:
     // Default session, hash 0, subscription 0, request type 1, empty domain.
@@ -863,7 +868,7 @@ public:
     bool operator==(const Context& other) const;
     bool operator!=(const Context& other) const;
 
-    // The context's own session; the reference lives as long as the context's implementation.
+    // The context's own session; valid until the context is assigned to or destroyed.
     Session& session();
     const Session& session() const;
     // Stores a deep copy of `session`.
@@ -955,12 +960,15 @@ public:
 // reads it and answers with the read value, results and processing times.
 //
 // A miss (CommandGroup::operator[] past the end) answers the shared empty command, whose
-// isset() is false. Its setters do nothing, its getters answer defaults, and its Value
-// references are the shared empty value (where writes are dropped too). Only mapper() reaches
-// its implementation. Assignment has no such check: assigning to the shared empty command
-// replaces its implementation, which then stays as inert as before. Copies are deep (all fields,
-// flags and the presence of the optional members included); text results stay valid until the
-// command is changed or destroyed; null text arguments are precondition violations.
+// isset() is false. Its setters do nothing, its Value references are the shared empty value
+// (where writes are dropped too), its processing times are 0 and it has neither paging nor
+// symbol options. Its plain getters read its implementation, which answers the defaults unless
+// the host wrote into it: mapper() reaches that implementation without protection, and writes
+// through it land. Assignment has no such check: assigning to the shared empty command replaces
+// its implementation, which then stays as inert as before. Copies are deep (all fields, flags
+// and the presence of the optional members included); text results stay valid until the
+// command is changed, assigned to or destroyed; null text arguments are precondition
+// violations. Nothing reports an error or throws, apart from allocation failures.
 class QUORVANE_API Command : public IObject {
 public:
     // Empty texts, results 0, options 0, flags INTERNAL_COMMAND_DEFAULT, Null values, times 0,
@@ -984,7 +992,8 @@ public:
     bool operator==(const Command& other) const;
     bool operator!=(const Command& other) const;
 
-    // The host's face: the implementation itself, without protection (also for a miss).
+    // The host's face: the implementation itself, without protection (also for a miss). Valid
+    // until the command is assigned to, swapped or destroyed.
     ICommandMapper* mapper();
     const ICommandMapper* mapper() const;
 
@@ -1010,7 +1019,8 @@ public:
     // the other of the two; all other bits stay.
     void set_changed(bool changed);
 
-    // References into the command, valid while it lives; the shared empty value for a miss.
+    // References into the command, valid until it is assigned to, swapped or destroyed; the
+    // shared empty value for a miss.
     Value& read_value();
     const Value& read_value() const;
     Value& write_value();
@@ -1049,7 +1059,8 @@ private:
 };
 
 // The host's face of a CommandGroup, reached through CommandGroup::mapper(). Plain accesses
-// without the shared-empty check. The host calls these by position; the order is fixed.
+// without the shared-empty check, so writes through it land even in the shared empty group.
+// The host calls these by position; the order is fixed.
 class QUORVANE_API ICommandGroupMapper {
 public:
     virtual MapperChangeState change_state() const = 0;
@@ -1065,8 +1076,11 @@ public:
 // overall result. Positions, not keys, find a command.
 //
 // The shared empty group (isset() false) stands in for a missing group: its setters, reserve,
-// clear and insert do nothing. Assignment has no such check. Copies are deep, every command
-// included. Iterators are those of Vector<Command>: growth and erasure invalidate them.
+// clear and insert do nothing, while its getters, iterators, remove and mapper() work on it
+// without a check. Assignment has no such check either. Copies are deep, every command
+// included. Iterators and command references are those of Vector<Command>: insert, remove,
+// reserve and clear invalidate them. Nothing reports an error; only allocation failures pass
+// through (reserve of more than can be allocated included).
 class QUORVANE_API CommandGroup : public IObject {
 public:
     // Empty domain, result 0, flags 0, change state 1, no commands, isset() true.
@@ -1089,7 +1103,8 @@ public:
     bool operator==(const CommandGroup& other) const;
     bool operator!=(const CommandGroup& other) const;
 
-    // The host's face: the implementation itself, without protection.
+    // The host's face: the implementation itself, without protection. Valid until the group is
+    // assigned to, swapped or destroyed.
     ICommandGroupMapper* mapper();
 
     // Valid until the group is changed or destroyed.
@@ -1106,8 +1121,9 @@ public:
     // Removes every command; domain and result stay.
     void clear();
 
-    // The command at `index`, writable although the group is const; the shared empty command
-    // (isset() false, writes dropped) when `index` is not below the size.
+    // The command at `index`, writable although the group is const, valid until the next
+    // insert, remove, reserve or clear; the shared empty command (isset() false, writes dropped)
+    // when `index` is not below the size.
     Command& operator[](unsigned long index) const;
     // An iterator on the command at `index`, or end_vector() when `index` is not below the size.
     // Allocates one iterator.

@@ -101,7 +101,8 @@ Value& CommandImpl::symbol_options() {
 
 Command::Command() : impl_(new CommandImpl) {}
 
-Command::Command(const char* name) : impl_(new CommandImpl) {
+// Delegating, so that the implementation is released should copying the name throw.
+Command::Command(const char* name) : Command() {
     impl_->name_ = name;
 }
 

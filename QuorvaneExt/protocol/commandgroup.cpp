@@ -49,7 +49,8 @@ bool CommandGroupImpl::compare(const CommandGroupImpl& other) const {
 
 CommandGroup::CommandGroup() : impl_(new CommandGroupImpl) {}
 
-CommandGroup::CommandGroup(const char* domain) : impl_(new CommandGroupImpl) {
+// Delegating, so that the implementation is released should copying the domain throw.
+CommandGroup::CommandGroup(const char* domain) : CommandGroup() {
     impl_->domain_ = domain;
 }
 

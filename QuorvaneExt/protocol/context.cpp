@@ -14,7 +14,8 @@ bool ContextImpl::operator==(const ContextImpl& other) const noexcept {
 
 Context::Context() : impl_(new ContextImpl) {}
 
-Context::Context(const char* domain) : impl_(new ContextImpl) {
+// Delegating, so that the implementation is released should copying the domain throw.
+Context::Context(const char* domain) : Context() {
     impl_->domain = domain;
 }
 

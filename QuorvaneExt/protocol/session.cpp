@@ -2,6 +2,7 @@
 
 #include "protocol/session.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "protocol/data_provider.h"
@@ -17,13 +18,30 @@ constexpr const char* kClientLocale = "client";
 constexpr const char* kDefaultLocaleParameter = "DEFAULTLOCALE";
 constexpr const char* kDefaultLocaleDomain = "Quorvane";
 
+// The text of the host's answer. A String carries its terminator; any other kind reads as the
+// empty text unless a retagging left raw bytes in it, and raw bytes need not end in a NUL, so
+// they are read as bytes and no further than they go.
+std::string text_of(const Value& answer) {
+    if (answer.type() == ValueType::String) {
+        return static_cast<const char*>(answer);
+    }
+    Value bytes(answer);
+    bytes.set_type(ValueType::Any);
+    bytes.set_type(ValueType::Binary);
+    const Binary view = bytes;
+    if (view.size == 0) {
+        return std::string();
+    }
+    const char* first = reinterpret_cast<const char*>(view.bytes);
+    return std::string(first, std::find(first, first + view.size, '\0'));
+}
+
 }  // namespace
 
 const char* SessionImpl::locale() {
     if (locale_.empty() && g_pHost != nullptr) {
-        // A value that is no text reads as empty text, so it is asked for again next time.
-        locale_ = static_cast<const char*>(
-            g_pHost->get_value(kDefaultLocaleParameter, kDefaultLocaleDomain, true));
+        // An answer without text leaves the language empty, so the host is asked again next time.
+        locale_ = text_of(g_pHost->get_value(kDefaultLocaleParameter, kDefaultLocaleDomain, true));
     }
     if (locale_.empty() || locale_ == kClientLocale) {
         return kDefaultLocale;
