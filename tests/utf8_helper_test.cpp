@@ -375,6 +375,13 @@ TEST(LenientToU16string, SequenceBrokenByGoodTextGivesOneReplacementPerByte) {
               std::wstring(L"\uFFFD\uFFFD\uFFFD") + static_cast<wchar_t>(0x1F600));
 }
 
+TEST(LenientToU16string, LongRunOfBadBytesKeepsTheTextAroundIt) {
+    const std::string bytes = "a" + std::string(1 << 16, '\xFF') + "\xC3\xA9";
+    const std::u16string units = no_boost::to_u16string(bytes);
+    EXPECT_EQ(units, u"a" + std::u16string(1 << 16, u'\uFFFD') + u"\u00E9");
+    EXPECT_EQ(no_boost::UTF8_to_Windows1252(bytes), "a\xE9");
+}
+
 TEST(LenientToWstring, ConvertsToUtf32WithReplacements) {
     EXPECT_EQ(no_boost::to_wstring("a\xFF"
                                    "b"),
