@@ -189,6 +189,8 @@ TEST(IsBase64, PaddingMustMatchTheCountModuloFour) {
         {"=", false},     {"==", false},      {"===", false},      {"====", false},
         {"A====", false}, {"A==", false},     {"ab=c", false},     {"Zm9v\n", false},
         {" Zm9v", false}, {"Z-_v", false},    {"\xC3\xA9", false}, {"Zm8=Zm8=", false},
+        {"A===x", false}, {"Zg==x", false},   {"Zm8=A", false},    {"Zm9v==", false},
+        {"Zm9=v", false}, {"ABCDE===", true}, {"ABCDEF==", true},  {"ABCDEFG=", true},
     };
     for (const ShapeRow& row : rows) {
         EXPECT_EQ(is_base64(row.text), row.base64) << '"' << row.text << '"';

@@ -58,7 +58,7 @@ TEST(GmtimeS, YearBeyondTheCalendarGivesOne) {
 }
 
 class FopenS : public ::testing::Test {
-  protected:
+protected:
     void SetUp() override {
         char name[] = "/tmp/linux_s_test_XXXXXX";
         const int descriptor = mkstemp(name);

@@ -58,7 +58,7 @@ std::string utf8_of(char32_t code_point) {
 
 // The C library's converter as the independent reference for the code page.
 class Iconv {
-  public:
+public:
     Iconv(const char* to, const char* from) : descriptor_(iconv_open(to, from)) {}
     ~Iconv() {
         if (opened()) {
@@ -87,7 +87,7 @@ class Iconv {
         return true;
     }
 
-  private:
+private:
     iconv_t descriptor_;
 };
 
@@ -363,6 +363,25 @@ TEST(LenientToU16string, GoodTextSurvivesIncludingSurrogatePairsAndNul) {
     EXPECT_EQ(no_boost::to_u16string("\xEF\xBB\xBFx"), u"\uFEFFx");  // a byte order mark is kept
 }
 
+TEST(LenientToU16string, SequenceBrokenByGoodTextGivesOneReplacementPerByte) {
+    EXPECT_EQ(no_boost::to_u16string("\xF0\x9F\x98"
+                                     "A"),
+              u"\uFFFD\uFFFD\uFFFDA");
+    EXPECT_EQ(no_boost::to_u16string("\xE2\x82"
+                                     "b\xC3\xA9"),
+              u"\uFFFD\uFFFDb\u00E9");
+    EXPECT_EQ(no_boost::to_u16string("\xC3\xA9\xC3\xC3\xA9"), u"\u00E9\uFFFD\u00E9");
+    EXPECT_EQ(no_boost::to_wstring("\xF0\x9F\x98\xF0\x9F\x98\x80"),
+              std::wstring(L"\uFFFD\uFFFD\uFFFD") + static_cast<wchar_t>(0x1F600));
+}
+
+TEST(LenientToU16string, LongRunOfBadBytesKeepsTheTextAroundIt) {
+    const std::string bytes = "a" + std::string(1 << 16, '\xFF') + "\xC3\xA9";
+    const std::u16string units = no_boost::to_u16string(bytes);
+    EXPECT_EQ(units, u"a" + std::u16string(1 << 16, u'\uFFFD') + u"\u00E9");
+    EXPECT_EQ(no_boost::UTF8_to_Windows1252(bytes), "a\xE9");
+}
+
 TEST(LenientToWstring, ConvertsToUtf32WithReplacements) {
     EXPECT_EQ(no_boost::to_wstring("a\xFF"
                                    "b"),
@@ -408,6 +427,15 @@ TEST(StrictFromU16string, LoneSurrogateGivesEmpty) {
     EXPECT_EQ(UTF8::from_u16string((u"ok" + low).c_str()), "");
 }
 
+TEST(StrictFromU16string, HighSurrogateEndingTheTextGivesEmpty) {
+    // The partner of a final high surrogate never comes, so it is as lone as any other.
+    const std::u16string high(1, 0xD83D);
+    EXPECT_EQ(no_boost::from_u16string(u"a" + high), "");
+    EXPECT_EQ(no_boost::from_u16string(u"\U0001F600" + high), "");
+    EXPECT_EQ(UTF8::from_u16string((u"abc" + high).c_str()), "");
+    EXPECT_EQ(no_boost::from_u16string(high + std::u16string(1, 0xDE00)), "\xF0\x9F\x98\x80");
+}
+
 TEST(StrictFromU16string, GoodTextConverts) {
     EXPECT_EQ(no_boost::from_u16string(u""), "");
     EXPECT_EQ(no_boost::from_u16string(u"\u00E9\u20AC\U0001F600"),
@@ -441,6 +469,21 @@ TEST(Utf8RoundTrip, EveryCodePointThroughUtf16AndUtf32) {
         ASSERT_EQ(wide, std::wstring(1, static_cast<wchar_t>(code_point)));
         ASSERT_EQ(UTF8::from_wstring(wide.c_str()), bytes);
     }
+}
+
+TEST(TerminatedForms, StopAtTheFirstNul) {
+    const char bytes[] = {'a', '\0', '\xFF', '\0'};
+    EXPECT_EQ(UTF8::to_u16string(bytes), u"a");
+    EXPECT_EQ(UTF8::to_wstring(bytes), L"a");
+    EXPECT_EQ(UTF8::Windows1252_to_UTF8(bytes), "a");
+    EXPECT_TRUE(UTF8::is_utf8(bytes));
+    EXPECT_EQ(UTF8::count_utf8_codepoints(bytes), 1u);
+    const char tab_after_nul[] = {'a', '\0', '\t', '\0'};
+    EXPECT_TRUE(UTF8::no_conversion_between_Windows1252_and_UTF8_needed(tab_after_nul));
+    const char16_t units[] = {u'a', u'\0', 0xD800, u'\0'};
+    EXPECT_EQ(UTF8::from_u16string(units), "a");
+    const wchar_t wide[] = {L'a', L'\0', 0x110000, L'\0'};
+    EXPECT_EQ(UTF8::from_wstring(wide), "a");
 }
 
 // --- Validation and counting ----------------------------------------------------------------

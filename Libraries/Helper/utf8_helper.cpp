@@ -81,8 +81,12 @@ std::string encode_strict(std::basic_string_view<Elem> units) {
         std::mbstate_t state{};
         const Elem* from_next = units.data();
         char* to_next = bytes.data();
-        if (facet.out(state, units.data(), units.data() + units.size(), from_next, bytes.data(),
-                      bytes.data() + bytes.size(), to_next) != std::codecvt_base::ok) {
+        const Elem* const end = units.data() + units.size();
+        // The UTF-16 facet reports success when it stops in front of a high surrogate that ends
+        // the text, waiting for its partner; a lone surrogate is bad input wherever it stands.
+        if (facet.out(state, units.data(), end, from_next, bytes.data(),
+                      bytes.data() + bytes.size(), to_next) != std::codecvt_base::ok ||
+            from_next != end) {
             return {};
         }
         bytes.resize(static_cast<std::size_t>(to_next - bytes.data()));

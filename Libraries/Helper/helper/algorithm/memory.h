@@ -1,6 +1,7 @@
 #pragma once
 // Checked memory operations: bounds are passed explicitly and a refused call reports false instead
 // of aborting, so a caller can copy into fixed buffers without trusting its own arithmetic.
+// None of them throws.
 
 #include <utility>
 
