@@ -73,7 +73,7 @@ constexpr int month_length(long year, int month) {
 // counts on arithmetically, as far as truncating division goes.
 constexpr long days_from_date_after_year_zero(long year, long month, long day) {
     const bool january_or_february = month < 3;
-    const auto march_year = static_cast<unsigned long>(year - (january_or_february ? 1 : 0));
+    const auto march_year = static_cast<std::uint32_t>(year - (january_or_february ? 1 : 0));
     const long march_month = january_or_february ? month + 9 : month - 3;
     const auto days_before_year =
         static_cast<long>(march_year * 365 + march_year / 4 - march_year / 100 + march_year / 400);
@@ -363,10 +363,29 @@ Iso next_field(Iso field) {
 }
 
 // What may follow hour, minute, second or fraction, the field given by `state`. On success
-// `state` is the next state and p stands on its first byte.
+// `state` is the next state and p stands on its first byte. The ways on to a further clock field
+// are tried first, as the most frequent.
 inline bool follow_clock_field(Iso& state, const char*& p, bool extended, bool short_fraction,
                                int& offset_direction) {
     const char c = *p;
+    if (state != Iso::fraction) {
+        if (!extended) {
+            // Basic texts run the clock fields, and the fraction after the second, together.
+            if (is_digit(c)) {
+                state = next_field(state);
+                return true;
+            }
+        } else if (c == ':' && state != Iso::second) {
+            state = next_field(state);
+            ++p;
+            return true;
+        } else if (c == '.' || c == ',') {
+            // Deliberately a fraction of the second even after an hour or a minute.
+            state = Iso::fraction;
+            ++p;
+            return true;
+        }
+    }
     if (c == '\0') {
         state = Iso::complete;
         return true;
@@ -382,30 +401,13 @@ inline bool follow_clock_field(Iso& state, const char*& p, bool extended, bool s
         // A basic text takes whatever stops a short fraction as the sign of a zone, and always as
         // a negative offset, so that the offset is added.
         offset_direction = extended && c == '+' ? -1 : 1;
-        ++p;
-        state = Iso::zone_hour;
-        return true;
-    }
-    if (!extended) {
-        // Basic texts run the clock fields, and the fraction after the second, together.
-        if (!is_digit(c)) {
-            return false;
-        }
-        state = next_field(state);
-        return true;
-    }
-    if (c == ':' && state != Iso::second) {
-        state = next_field(state);
-    } else if (c == '.' || c == ',') {
-        // Deliberately a fraction of the second even after an hour or a minute.
-        state = Iso::fraction;
-    } else if (c == '+' || c == '-') {
-        offset_direction = c == '+' ? -1 : 1;
-        state = Iso::zone_hour;
-    } else {
+    } else if (!extended || (c != '+' && c != '-')) {
         return false;
+    } else {
+        offset_direction = c == '+' ? -1 : 1;
     }
     ++p;
+    state = Iso::zone_hour;
     return true;
 }
 
@@ -423,6 +425,12 @@ bool fields_before(const int* fields, const int* bound) {
     return std::lexicographical_compare(fields, fields + 7, bound, bound + 7);
 }
 
+// A duration read where a time was asked for. Out of line: the copy of the text that the
+// duration reader takes would otherwise give the date-time reader a stack frame on every call.
+__attribute__((noinline)) bool read_duration_as_time(const char* text, long& out) {
+    return try_duration_iso_to_ns(text, out);
+}
+
 }  // namespace
 
 bool try_iso_to_ns(const char* text, long& out) {
@@ -430,7 +438,7 @@ bool try_iso_to_ns(const char* text, long& out) {
         return false;
     }
     if (*text == 'P') {
-        return try_duration_iso_to_ns(text, out);
+        return read_duration_as_time(text, out);
     }
 
     int year = 0, month = 0, day = 0, hour = 0, minute = 0, second = 0, fraction = 0;
@@ -445,7 +453,7 @@ bool try_iso_to_ns(const char* text, long& out) {
     }
     const bool extended = *p == '-';
     p += extended ? 1 : 0;
-    if (!read_digits<2>(p, month) || month < 1 || month > 12) {
+    if (!read_digits<2>(p, month) || static_cast<unsigned>(month - 1) >= 12) {
         return false;
     }
     if (extended) {
@@ -454,7 +462,8 @@ bool try_iso_to_ns(const char* text, long& out) {
         }
         ++p;
     }
-    if (!read_digits<2>(p, day) || day < 1 || day > month_length(year, month)) {
+    if (!read_digits<2>(p, day) ||
+        static_cast<unsigned>(day - 1) >= static_cast<unsigned>(month_length(year, month))) {
         return false;
     }
 
@@ -474,16 +483,17 @@ bool try_iso_to_ns(const char* text, long& out) {
             return false;
         }
     }
+    // 24:00:00 closes the day, and nothing may follow it.
+    const bool end_of_day = hour == 24;
     if (state == Iso::minute) {
-        // 24:00:00 closes the day, and nothing may follow it.
-        if (!read_digits<2>(p, minute) || minute > 59 || (hour == 24 && minute != 0) ||
+        if (!read_digits<2>(p, minute) || minute > (end_of_day ? 0 : 59) ||
             !follow_clock_field(state, p, extended, false, offset_direction)) {
             return false;
         }
     }
     if (state == Iso::second) {
         // 60 admits the leap second.
-        if (!read_digits<2>(p, second) || second > 60 || (hour == 24 && second != 0) ||
+        if (!read_digits<2>(p, second) || second > (end_of_day ? 0 : 60) ||
             !follow_clock_field(state, p, extended, false, offset_direction)) {
             return false;
         }
