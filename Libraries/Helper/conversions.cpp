@@ -24,7 +24,6 @@ constexpr long ticks_per_hour = 36000000000L;
 constexpr long ticks_per_minute = 600000000L;
 constexpr long ticks_per_second = 10000000L;
 constexpr long ns_per_tick = 100L;
-constexpr long ns_per_day = ticks_per_day * ns_per_tick;
 
 // The writable range stops at the last whole ticks inside the 64-bit range.
 constexpr long largest_instant = 9223372036854775800L;
@@ -189,6 +188,7 @@ constexpr YearTexts year_texts = make_year_texts();
 
 // A mask holds the placeholders, then "." and the digits of the ticks when there are any, then
 // "Z". Ticks up to 9999999 take seven digits; larger ones, which no instant produces, all theirs.
+// Every mask starts as the longest of seven digits and is cut back.
 constexpr char fraction_mask[] = "yyyy-MM-ddTHH:mm:ss.0000000Z";
 constexpr std::size_t fraction_start = sizeof("yyyy-MM-ddTHH:mm:ss.") - 1;
 constexpr std::size_t widest_mask = fraction_start + std::numeric_limits<long>::digits10 + 2;

@@ -1,6 +1,5 @@
 #include "helper/algorithm/memory.h"
 
-#include <cstdint>
 #include <cstring>
 
 namespace Quorvane {

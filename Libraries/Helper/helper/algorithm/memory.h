@@ -11,6 +11,7 @@
 namespace Quorvane {
 namespace Algorithm {
 
+// Helpers of the inline functions below; not part of the API.
 namespace memory_detail {
 
 // A size with its top bit set is almost always a negative length that went through a cast.
