@@ -351,6 +351,47 @@ TEST(NsToIso, AgreesWithTheCLibraryOverPseudoRandomInstants) {
     }
 }
 
+TEST(NsToIso, AgreesWithTheCLibraryAroundEveryMidnightOfTheWritableRange) {
+    const long first_day = smallest_instant / ns_per_day;
+    const long last_day = largest_instant / ns_per_day;
+    for (long day = first_day; day <= last_day; ++day) {
+        const long midnight = day * ns_per_day;
+        for (long ns : {midnight, midnight - 100, midnight + ns_per_day / 2 + 100}) {
+            if (ns >= smallest_instant && ns <= largest_instant) {
+                ASSERT_EQ(ns_to_iso(ns), c_library_iso(ns)) << ns;
+            }
+        }
+    }
+}
+
+TEST(NsToIso, KeepsEveryNumberOfFractionDigitsOnBothSidesOfTheEpoch) {
+    const struct {
+        long ns;
+        const char* text;
+    } rows[] = {
+        {100, "1970-01-01T00:00:00.0000001Z"},
+        {1000, "1970-01-01T00:00:00.000001Z"},
+        {10000, "1970-01-01T00:00:00.00001Z"},
+        {100000, "1970-01-01T00:00:00.0001Z"},
+        {1000000, "1970-01-01T00:00:00.001Z"},
+        {10000000, "1970-01-01T00:00:00.01Z"},
+        {100000000, "1970-01-01T00:00:00.1Z"},
+        {123456700, "1970-01-01T00:00:00.1234567Z"},
+        {120000000, "1970-01-01T00:00:00.12Z"},
+        {102030400, "1970-01-01T00:00:00.1020304Z"},
+        {999999900, "1970-01-01T00:00:00.9999999Z"},
+        {-900, "1969-12-31T23:59:59.9999991Z"},
+        {-1000, "1969-12-31T23:59:59.999999Z"},
+        {-100000, "1969-12-31T23:59:59.9999Z"},
+        {-990000000, "1969-12-31T23:59:59.01Z"},
+        {-999999900, "1969-12-31T23:59:59.0000001Z"},
+        {-ns_per_second - 100, "1969-12-31T23:59:58.9999999Z"},
+    };
+    for (const auto& row : rows) {
+        EXPECT_EQ(ns_to_iso(row.ns), row.text) << row.ns;
+    }
+}
+
 TEST(TryIsoToNs, ReadsBackWhatNsToIsoWroteTruncatedToTicks) {
     for (long ns : pseudo_random_instants(200000)) {
         long out = untouched;
@@ -621,6 +662,65 @@ TEST(TryIsoToNs, ChecksEachFieldAsItCompletes) {
         {"2000-02-29", at(951782400L)},
     };
     expect_accepted(rows, std::size(rows));
+}
+
+TEST(TryIsoToNs, RejectsEveryNonZeroMinuteAndSecondAtTheEndOfDay) {
+    char text[] = "2024-03-01T24:00:00Z";
+    for (int value = 0; value <= 60; ++value) {
+        for (std::size_t position : {14u, 17u}) {
+            char minute_and_second[] = "00:00";
+            minute_and_second[position - 14] = static_cast<char>('0' + value / 10);
+            minute_and_second[position - 13] = static_cast<char>('0' + value % 10);
+            std::memcpy(text + 14, minute_and_second, 5);
+            long out = untouched;
+            EXPECT_EQ(try_iso_to_ns(text, out), value == 0) << text;
+            text[11] = '2';
+            text[12] = '3';
+            const bool in_range = value <= (position == 14 ? 59 : 60);
+            EXPECT_EQ(try_iso_to_ns(text, out), in_range) << text;
+            text[11] = '2';
+            text[12] = '4';
+        }
+    }
+}
+
+TEST(TryIsoToNs, FollowsEachClockFieldOnlyByWhatItsModeAllows) {
+    // After each prefix, a character with what completes the field it opens ("00" after a sign
+    // or separator, "0" after a digit, nothing after Z) either makes a complete text or fails.
+    // Each prefix alone, ending after its field, is complete.
+    const struct {
+        const char* prefix;
+        const char* accepted;
+        const char* rejected;
+    } rows[] = {
+        {"2024-03-01T12", ":.,+-Z", "0x T"},
+        {"2024-03-01T12:34", ":.,+-Z", "0x T"},
+        {"2024-03-01T12:34:56", ".,+-Z", ":0x T"},
+        {"2024-03-01T12:34:56.1234567", "+-Z", ":.,x T"},
+        {"2024-03-01T12:34:56.5", "+-Z", ":.,x T"},
+        {"20240301T12", "0Z", ":.,+-x T"},
+        {"20240301T1234", "0Z", ":.,+-x T"},
+        {"20240301T123456", "0Z", ":.,+-x T"},
+        {"20240301T1234561234567", "Z", ":.,+-x T"},
+        {"20240301T1234565", ":.,+-xZ T", ""},
+    };
+    const auto complete = [](const char* prefix, char c) {
+        return std::string(prefix) + c + (c == 'Z' ? "" : c == '0' ? "0" : "00");
+    };
+    for (const auto& row : rows) {
+        long out = untouched;
+        EXPECT_TRUE(try_iso_to_ns(row.prefix, out)) << row.prefix;
+        for (const char* c = row.accepted; *c != '\0'; ++c) {
+            EXPECT_TRUE(try_iso_to_ns(complete(row.prefix, *c).c_str(), out))
+                << complete(row.prefix, *c);
+        }
+        for (const char* c = row.rejected; *c != '\0'; ++c) {
+            out = untouched;
+            EXPECT_FALSE(try_iso_to_ns(complete(row.prefix, *c).c_str(), out))
+                << complete(row.prefix, *c);
+            EXPECT_EQ(out, untouched);
+        }
+    }
 }
 
 TEST(TryIsoToNs, AcceptsOnlyTheNamedSeparators) {
