@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
+#include <string>
 #include <type_traits>
 
 using Quorvane::IDataProvider;
@@ -24,6 +25,28 @@ public:
 
 // A host that offers no data provider at all.
 class BareHost : public IQuorvaneExtHost {};
+
+// A host built the other way round: its own service interface on top of IQuorvaneExtHost, and
+// the data provider as its first base, so that the cast across has to move the pointer.
+class HostServices : public IQuorvaneExtHost {
+public:
+    virtual int version() const = 0;
+};
+
+class ProviderFirstHost : public IDataProvider, public HostServices {
+public:
+    Value get_value(const char*, const char*, bool) override {
+        ++calls;
+        return Value("sv");
+    }
+    int version() const override { return 3; }
+    int calls = 0;
+};
+
+// The language a fresh session reads, which is where the host's data provider is consulted.
+std::string session_language() {
+    return Quorvane::Session().locale();
+}
 
 // Facts about the process-wide host pointers need a process that has never seen a host.
 class HostLinkDeathTest : public ::testing::Test {
@@ -76,6 +99,68 @@ TEST_F(HostLinkDeathTest, HostWithoutDataProviderIsKept) {
             BareHost bare;
             Quorvane::initialize_api(&bare);
             std::exit(Quorvane::host() == &bare ? 0 : 1);
+        },
+        ::testing::ExitedWithCode(0), "");
+}
+
+TEST_F(HostLinkDeathTest, NullHostOnFreshProcessLeavesTheDefaultLanguage) {
+    EXPECT_EXIT(
+        {
+            Quorvane::initialize_api(nullptr);
+            std::exit(session_language() == "en" ? 0 : 1);
+        },
+        ::testing::ExitedWithCode(0), "");
+}
+
+TEST_F(HostLinkDeathTest, DataProviderIsFoundWhereverItSitsInTheHost) {
+    EXPECT_EXIT(
+        {
+            ProviderFirstHost provider_first;
+            Quorvane::initialize_api(&provider_first);
+            const bool same = Quorvane::host() == static_cast<IQuorvaneExtHost*>(&provider_first);
+            const bool asked = session_language() == "sv" && provider_first.calls == 1;
+            // The host handed back is usable as what the extension knows it to be.
+            const auto* services = dynamic_cast<HostServices*>(Quorvane::host());
+            const bool usable = services != nullptr && services->version() == 3;
+            std::exit(same && asked && usable ? 0 : 1);
+        },
+        ::testing::ExitedWithCode(0), "");
+}
+
+TEST_F(HostLinkDeathTest, SecondHostAlsoReplacesTheDataProvider) {
+    EXPECT_EXIT(
+        {
+            CountingHost first;
+            CountingHost second;
+            Quorvane::initialize_api(&first);
+            Quorvane::initialize_api(&second);
+            const bool ok = session_language() == "de" && first.calls == 0 && second.calls == 1;
+            std::exit(ok ? 0 : 1);
+        },
+        ::testing::ExitedWithCode(0), "");
+}
+
+TEST_F(HostLinkDeathTest, NullAfterHostKeepsItsDataProvider) {
+    EXPECT_EXIT(
+        {
+            CountingHost first;
+            Quorvane::initialize_api(&first);
+            Quorvane::initialize_api(nullptr);
+            std::exit(session_language() == "de" && first.calls == 1 ? 0 : 1);
+        },
+        ::testing::ExitedWithCode(0), "");
+}
+
+TEST_F(HostLinkDeathTest, HostWithoutDataProviderDropsTheEarlierProvider) {
+    EXPECT_EXIT(
+        {
+            CountingHost first;
+            BareHost bare;
+            Quorvane::initialize_api(&first);
+            Quorvane::initialize_api(&bare);
+            const bool ok =
+                Quorvane::host() == &bare && session_language() == "en" && first.calls == 0;
+            std::exit(ok ? 0 : 1);
         },
         ::testing::ExitedWithCode(0), "");
 }

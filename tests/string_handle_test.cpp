@@ -4,6 +4,7 @@
 
 #include <string>
 #include <type_traits>
+#include <utility>
 
 using Quorvane::String;
 
@@ -66,4 +67,63 @@ TEST(String, HeapStorageGoesThroughTheLibrary) {
     EXPECT_EQ(static_cast<void*>(placed), static_cast<void*>(storage));
     EXPECT_STREQ(placed->name(), "placed");
     placed->~String();
+}
+
+TEST(String, SetNameReplacesTheWholeText) {
+    String text("a longer text");
+    text.set_name("b");
+    EXPECT_STREQ(text.name(), "b");
+    text.set_name("");
+    EXPECT_STREQ(text.name(), "");
+    EXPECT_TRUE(text.isset());
+}
+
+TEST(String, TextMayComeFromTheStringItself) {
+    String text("a text long enough to live outside any small-buffer storage");
+    text.set_name(text.name());
+    EXPECT_STREQ(text.name(), "a text long enough to live outside any small-buffer storage");
+    text.set_name(text.name() + 2);
+    EXPECT_STREQ(text.name(), "text long enough to live outside any small-buffer storage");
+}
+
+TEST(String, StopsAtTheFirstNulAndKeepsEveryOtherByte) {
+    std::string every_byte;
+    for (int byte = 1; byte < 256; ++byte) {
+        every_byte += static_cast<char>(byte);
+    }
+    String text(every_byte.c_str());
+    EXPECT_EQ(std::string(text.name()), every_byte);
+    String cut(std::string("ab\0cd", 5).c_str());
+    EXPECT_STREQ(cut.name(), "ab");
+    const std::string long_text(1 << 20, 'x');
+    text.set_name(long_text.c_str());
+    EXPECT_EQ(std::string(text.name()), long_text);
+}
+
+TEST(String, SwappedStringsStayIndependent) {
+    String left("left");
+    String right("right");
+    left.swap(right);
+    left.set_name("changed");
+    EXPECT_STREQ(right.name(), "left");
+    right = left;
+    left.set_name("again");
+    EXPECT_STREQ(right.name(), "changed");
+}
+
+template <class T, class = void>
+struct HasEquality : std::false_type {};
+template <class T>
+struct HasEquality<T, std::void_t<decltype(std::declval<const T&>() == std::declval<const T&>())>>
+    : std::true_type {};
+
+template <class T, class = void>
+struct HasOrdering : std::false_type {};
+template <class T>
+struct HasOrdering<T, std::void_t<decltype(std::declval<const T&>() < std::declval<const T&>())>>
+    : std::true_type {};
+
+TEST(String, HasNoComparisonOperators) {
+    EXPECT_FALSE(HasEquality<String>::value);
+    EXPECT_FALSE(HasOrdering<String>::value);
 }
