@@ -2,9 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include "operator_traits.h"
+
 #include <string>
 #include <type_traits>
-#include <utility>
 
 using Quorvane::String;
 
@@ -111,19 +112,7 @@ TEST(String, SwappedStringsStayIndependent) {
     EXPECT_STREQ(right.name(), "changed");
 }
 
-template <class T, class = void>
-struct HasEquality : std::false_type {};
-template <class T>
-struct HasEquality<T, std::void_t<decltype(std::declval<const T&>() == std::declval<const T&>())>>
-    : std::true_type {};
-
-template <class T, class = void>
-struct HasOrdering : std::false_type {};
-template <class T>
-struct HasOrdering<T, std::void_t<decltype(std::declval<const T&>() < std::declval<const T&>())>>
-    : std::true_type {};
-
 TEST(String, HasNoComparisonOperators) {
-    EXPECT_FALSE(HasEquality<String>::value);
-    EXPECT_FALSE(HasOrdering<String>::value);
+    EXPECT_FALSE((operator_traits::HasEquality<String, String>::value));
+    EXPECT_FALSE(operator_traits::HasOrdering<String>::value);
 }

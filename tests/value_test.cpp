@@ -32,6 +32,19 @@ Value retagged(Value value, int number) {
     return retagged(std::move(value), static_cast<ValueType>(number));
 }
 
+// A Vector of one element and a Struct of one key.
+Value one_element() {
+    Value vector;
+    vector << Value(1);
+    return vector;
+}
+
+Value one_key() {
+    Value keyed;
+    keyed.insert("k", Value(1));
+    return keyed;
+}
+
 // The bytes in the storage of a value, whatever its kind: an Any keeps its storage when it is
 // retagged to Binary, which then shows the bytes with their count.
 std::string stored_bytes(const Value& value) {
@@ -407,10 +420,6 @@ struct ReadRow {
 
 // Every kind over its own content, then kinds over a storage that does not fit them.
 std::vector<ReadRow> read_rows() {
-    Value one_element;
-    one_element << Value(1);
-    Value one_key;
-    one_key.insert("k", Value(1));
     return {
         {"Null", Value(), ""},
         {"Bool true", Value(true), "bool double=1"},
@@ -429,16 +438,16 @@ std::vector<ReadRow> read_rows() {
         {"Int64 negative", Value(-5L), "int64=-5"},
         {"DateTime", Value(Timestamp(-1000)), "int64=-1000 timestamp=-1000"},
         {"TimeSpan", Value(Timespan(2000)), "int64=2000 timespan=2000"},
-        {"Vector", one_element, ""},
-        {"Map", retagged(one_key, ValueType::Map), ""},
-        {"Struct", one_key, ""},
+        {"Vector", one_element(), ""},
+        {"Map", retagged(one_key(), ValueType::Map), ""},
+        {"Struct", one_key(), ""},
         {"Event", retagged(Value(), ValueType::Event), ""},
         {"Message", retagged(Value(), ValueType::Message), ""},
         {"Alarm", retagged(Value(), ValueType::Alarm), ""},
         {"Any over a double", retagged(Value(2.75), ValueType::Any), ""},
         {"Any over a text", retagged(Value("hi"), ValueType::Any), "text=hi\\0"},
         {"Any over a long", retagged(Value(5L), ValueType::Any), ""},
-        {"Any over a vector", retagged(one_element, ValueType::Any), ""},
+        {"Any over a vector", retagged(one_element(), ValueType::Any), ""},
         {"12 over a double", retagged(Value(2.75), 12), ""},
         {"63 over a text", retagged(Value("hi"), 63), "text=hi\\0"},
         {"67 over a long", retagged(Value(5L), 67), ""},
@@ -567,10 +576,6 @@ struct Source {
 
 // Every kind with content that its storage shows, and Any and unnamed numbers over each storage.
 std::vector<Source> sources() {
-    Value one_element;
-    one_element << Value(1);
-    Value one_key;
-    one_key.insert("k", Value(1));
     return {
         {"Null", Value()},
         {"Bool", Value(true)},
@@ -581,9 +586,9 @@ std::vector<Source> sources() {
         {"Int64", Value(9L)},
         {"DateTime", Value(Timestamp(11))},
         {"TimeSpan", Value(Timespan(13))},
-        {"Vector", one_element},
-        {"Map", retagged(one_key, ValueType::Map)},
-        {"Struct", one_key},
+        {"Vector", one_element()},
+        {"Map", retagged(one_key(), ValueType::Map)},
+        {"Struct", one_key()},
         {"Event", retagged(Value(), ValueType::Event)},
         {"Message", retagged(Value(), ValueType::Message)},
         {"Alarm", retagged(Value(), ValueType::Alarm)},
@@ -591,8 +596,8 @@ std::vector<Source> sources() {
         {"Any over a text", retagged(Value("5"), ValueType::Any)},
         {"Any over bytes", retagged(Value(bytes_of("abc", 3)), ValueType::Any)},
         {"Any over a long", retagged(Value(9L), ValueType::Any)},
-        {"Any over a vector", retagged(one_element, ValueType::Any)},
-        {"Any over a map", retagged(one_key, ValueType::Any)},
+        {"Any over a vector", retagged(one_element(), ValueType::Any)},
+        {"Any over a map", retagged(one_key(), ValueType::Any)},
         {"12 over a double", retagged(Value(-1.5), 12)},
         {"300 over a text", retagged(Value("5"), 300)},
     };
