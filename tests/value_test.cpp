@@ -2,9 +2,12 @@
 
 #include <gtest/gtest.h>
 
+#include "request_test_support.h"
+
 #include <cmath>
 #include <cstring>
 #include <limits>
+#include <random>
 #include <sstream>
 #include <string>
 #include <utility>
@@ -720,5 +723,69 @@ TEST(ValueConvert, EveryTargetIsQuietOnEverySource) {
             const Value copy(value);
             EXPECT_EQ(copy.type(), value.type());
         }
+    }
+}
+
+// ---- robustness ---------------------------------------------------------------------------
+
+TEST(ValueRobustness, RandomWritesRetagsAndReadsStayQuietAndCopiesStayFaithful) {
+    std::mt19937 random(20240917u);
+    const std::vector<std::string> texts = request_test::random_texts(7u, 64, 48);
+    std::vector<Value> values(4);
+    auto any_of = [&random](std::size_t count) {
+        return std::uniform_int_distribution<std::size_t>(0, count - 1)(random);
+    };
+    for (int step = 0; step < 20000; ++step) {
+        Value& value = values[any_of(values.size())];
+        const Value& other = values[any_of(values.size())];
+        const std::string& text = texts[any_of(texts.size())];
+        const auto kind =
+            static_cast<ValueType>(set_type_rows()[any_of(set_type_rows().size())].target);
+        switch (any_of(12)) {
+            case 0:
+                value.set(text.c_str());
+                break;
+            case 1:
+                value.set(bytes_of(text.data(), text.size()));
+                break;
+            case 2:
+                value = static_cast<int>(random());
+                break;
+            case 3:
+                value = static_cast<long>(random()) << 20;
+                break;
+            case 4:
+                value =
+                    std::ldexp(static_cast<double>(random()), static_cast<int>(any_of(80)) - 40);
+                break;
+            case 5:
+                value = Timestamp(static_cast<long>(random()));
+                break;
+            case 6:
+                value.set_type(kind);
+                break;
+            case 7:
+                value.convert(kind);
+                break;
+            case 8:
+                value = other;
+                break;
+            case 9:
+                value.swap(values[any_of(values.size())]);
+                break;
+            case 10:
+                // Only a String is sure to end in a NUL; the bytes of a Binary do not.
+                if (value.type() == ValueType::String) {
+                    value.set(value.get_string());
+                }
+                break;
+            default:
+                value = value.get_binary();
+                break;
+        }
+        ASSERT_NE(value.get_string(), nullptr);
+        const Value copy(value);
+        ASSERT_EQ(copy.type(), value.type());
+        ASSERT_EQ(reads_of(copy), reads_of(value)) << step;
     }
 }
