@@ -3,6 +3,7 @@
 #include <cmath>
 #include <cstring>
 #include <limits>
+#include <utility>
 
 #include "protocol/value.h"
 
@@ -52,7 +53,9 @@ void ValueImpl::set(const char* text) {
         return;
     }
     const auto* first = reinterpret_cast<const std::uint8_t*>(text);
-    data.emplace<kBytes>(first, first + std::strlen(text) + 1);
+    // The copy is complete before the old content dies: the text may be this value's own.
+    Bytes copy(first, first + std::strlen(text) + 1);
+    data.emplace<kBytes>(std::move(copy));
     type = ValueType::String;
 }
 
@@ -60,7 +63,9 @@ void ValueImpl::set(Binary bytes) {
     if (bytes.size != 0 && bytes.bytes == nullptr) {
         return;
     }
-    data.emplace<kBytes>(bytes.bytes, bytes.bytes + bytes.size);
+    // As for a text, the bytes may be this value's own.
+    Bytes copy(bytes.bytes, bytes.bytes + bytes.size);
+    data.emplace<kBytes>(std::move(copy));
     type = ValueType::Binary;
 }
 

@@ -2,8 +2,16 @@
 
 #include <gtest/gtest.h>
 
+#include "operator_traits.h"
+
+#include <time.h>
+
 #include <type_traits>
 
+using operator_traits::HasEquality;
+using operator_traits::HasOrdering;
+using operator_traits::HasSum;
+using operator_traits::HasSwap;
 using Quorvane::Timespan;
 using Quorvane::Timestamp;
 
@@ -40,11 +48,19 @@ TEST(Timestamp, UnixTimeIsSignedSeconds) {
     EXPECT_EQ(Timestamp::from_unix_time(-2147483647 - 1).nanoseconds(), -2147483648000000000);
 }
 
+TEST(Timestamp, FileTimeWrapsModuloTwoToTheSixtyFourth) {
+    EXPECT_EQ(Timestamp::from_file_time(9223372036854775807L).nanoseconds(), 6802270473709551516L);
+}
+
 TEST(Timestamp, MillisecondsMultiplyAndWrap) {
     EXPECT_EQ(Timestamp::from_milliseconds(1500).nanoseconds(), 1500000000);
     EXPECT_EQ(Timestamp::from_milliseconds(-2).nanoseconds(), -2000000);
+    EXPECT_EQ(Timestamp::from_milliseconds(0).nanoseconds(), 0);
     EXPECT_EQ(Timestamp::from_milliseconds(9223372036855).nanoseconds(),
               static_cast<long>(9223372036855UL * 1000000UL));
+    EXPECT_EQ(Timestamp::from_milliseconds(-9223372036855).nanoseconds(), 9223372036854551616L);
+    EXPECT_EQ(Timestamp::from_milliseconds(9223372036854775807L).nanoseconds(), -1000000);
+    EXPECT_EQ(Timestamp::from_milliseconds(-9223372036854775807L - 1).nanoseconds(), 0);
 }
 
 TEST(Timestamp, NowIsTruncatedToHundredNanoseconds) {
@@ -55,10 +71,32 @@ TEST(Timestamp, NowIsTruncatedToHundredNanoseconds) {
     EXPECT_GT(Timestamp::now().seconds(), 1577836800);
 }
 
-TEST(Timestamp, SteadyNowIsMonotonic) {
+namespace {
+
+long clock_nanoseconds(clockid_t clock) {
+    timespec now{};
+    clock_gettime(clock, &now);
+    return now.tv_sec * 1000000000L + now.tv_nsec;
+}
+
+}  // namespace
+
+TEST(Timestamp, NowReadsTheWallClock) {
+    const long before = clock_nanoseconds(CLOCK_REALTIME) / 100 * 100;
+    const long now = Timestamp::now().nanoseconds();
+    const long after = clock_nanoseconds(CLOCK_REALTIME);
+    EXPECT_LE(before, now);
+    EXPECT_LE(now, after);
+}
+
+TEST(Timestamp, SteadyNowReadsTheMonotonicClock) {
+    const long before = clock_nanoseconds(CLOCK_MONOTONIC);
     const long first = Timestamp::steady_now().nanoseconds();
     const long second = Timestamp::steady_now().nanoseconds();
+    const long after = clock_nanoseconds(CLOCK_MONOTONIC);
+    EXPECT_LE(before, first);
     EXPECT_LE(first, second);
+    EXPECT_LE(second, after);
 }
 
 TEST(Timestamp, SecondsAndMillisecondsTruncateTowardZero) {
@@ -107,17 +145,48 @@ TEST(Timespan, CopyAndAssignment) {
 }
 
 // The two classes stay apart: no comparison between a point in time and a duration exists.
-template <class A, class B, class = void>
-struct IsEqualityComparable : std::false_type {};
-template <class A, class B>
-struct IsEqualityComparable<A, B, std::void_t<decltype(std::declval<A>() == std::declval<B>())>>
-    : std::true_type {};
-
 TEST(Timespan, IsNotComparableWithTimestamp) {
     EXPECT_FALSE((std::is_same<Timestamp, Timespan>::value));
-    EXPECT_FALSE((IsEqualityComparable<const Timestamp&, const Timespan&>::value));
-    EXPECT_FALSE((IsEqualityComparable<const Timespan&, const Timestamp&>::value));
-    EXPECT_TRUE((IsEqualityComparable<const Timestamp&, const Timestamp&>::value));
+    EXPECT_FALSE((HasEquality<Timestamp, Timespan>::value));
+    EXPECT_FALSE((HasEquality<Timespan, Timestamp>::value));
+    EXPECT_TRUE((HasEquality<Timestamp, Timestamp>::value));
+    EXPECT_TRUE((HasEquality<Timespan, Timespan>::value));
+}
+
+TEST(Timestamp, NeitherClassHasSwapOrderingOrArithmetic) {
+    EXPECT_FALSE(HasSwap<Timestamp>::value);
+    EXPECT_FALSE(HasSwap<Timespan>::value);
+    EXPECT_FALSE(HasOrdering<Timestamp>::value);
+    EXPECT_FALSE(HasOrdering<Timespan>::value);
+    EXPECT_FALSE(HasSum<Timestamp>::value);
+    EXPECT_FALSE(HasSum<Timespan>::value);
+    // The checks do see what exists.
+    EXPECT_TRUE(HasSwap<Quorvane::String>::value);
+}
+
+TEST(Timespan, CountsAreTakenAsGivenAcrossTheWholeRange) {
+    const struct {
+        long count;
+        long seconds;
+        long milliseconds;
+    } rows[] = {
+        {-9223372036854775807L - 1, -9223372036, -9223372036854},
+        {-1999999999, -1, -1999},
+        {-1, 0, 0},
+        {0, 0, 0},
+        {999999, 0, 0},
+        {1000000000, 1, 1000},
+        {9223372036854775807L, 9223372036, 9223372036854},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.count);
+        EXPECT_EQ(Timespan(row.count).nanoseconds(), row.count);
+        EXPECT_EQ(Timespan(row.count).seconds(), row.seconds);
+        EXPECT_EQ(Timespan(row.count).milliseconds(), row.milliseconds);
+        EXPECT_EQ(Timestamp(row.count).nanoseconds(), row.count);
+        EXPECT_EQ(Timestamp(row.count).seconds(), row.seconds);
+        EXPECT_EQ(Timestamp(row.count).milliseconds(), row.milliseconds);
+    }
 }
 
 TEST(Timestamp, IsOutsideTheObjectFamily) {

@@ -5,7 +5,8 @@
 // Every public object is a handle that owns one implementation object alone: copies are deep,
 // assignment takes its argument by value and exchanges implementations, and nothing is shared or
 // reference counted. No operation fails loudly: a miss answers a zero, an empty text or a shared
-// empty object, and a write through a shared empty object is dropped.
+// empty object, and a write through a shared empty object is dropped. Allocation failure
+// (std::bad_alloc) passes through every operation that allocates.
 
 #include <cstddef>
 #include <iterator>
@@ -27,9 +28,11 @@ class QUORVANE_API IObject {
 public:
     virtual ~IObject();
 
+    // Storage from the global allocation function; throws std::bad_alloc like it.
     static void* operator new(unsigned long size);
     // Placement form: returns `place`.
     static void* operator new(unsigned long size, void* place);
+    // Returns the storage to the global release function.
     static void operator delete(void* pointer);
     // Placement form: does nothing.
     static void operator delete(void* pointer, void* place);
@@ -61,7 +64,9 @@ public:
 // The host's first call into the library. A non-null host is stored (and seen as IDataProvider
 // if it implements it, else the session language falls back to "en"); null changes nothing.
 // Repeated calls only replace the pointers. The shared empty objects are created here, or at
-// first use if this is never called.
+// first use if this is never called; if one of them throws, the exception leaves this call and
+// the next use tries again. The pointers are plain: this must have returned before another
+// thread relies on host() or on the session language.
 QUORVANE_API void initialize_api(IQuorvaneExtHost* host);
 
 // The host given to the last initialize_api with a non-null argument; null before that.
@@ -606,6 +611,7 @@ public:
     Value(double number);
     Value(Timestamp time);
     Value(Timespan span);
+    // A Binary with bytes null but size not 0 leaves a Null.
     Value(Binary bytes);
     ~Value() override;
 
@@ -621,8 +627,10 @@ public:
     // Without the guard: this writes even through the shared empty value.
     Value& operator=(Binary bytes);
 
-    // Each set replaces kind and content; under the guard it does nothing.
-    // A null text, and a Binary with bytes null but size not 0, change nothing.
+    // Each set replaces kind and content, whatever the kind was; under the guard it does
+    // nothing. A null text, and a Binary with bytes null but size not 0, change nothing; a Binary
+    // of size 0 empties the value and makes it Binary. Text and bytes are copied, and may come
+    // from this value itself.
     void set(const char* text);
     void set(bool flag);
     void set(int number);
@@ -638,12 +646,16 @@ public:
     ValueType type() const;
     // True when the kind is not Null.
     bool isset() const;
-    // Declares a new kind, keeping the content only where the storage already fits.
+    // Declares a new kind, keeping the content only where the storage already fits. Bool,
+    // Double, Int64, DateTime, TimeSpan, Any and numbers that name no kind only retag, so kind
+    // and storage may disagree afterwards. Nothing happens under the guard or when the kind is
+    // already `type`.
     Value& set_type(ValueType type);
     // Carries the content over to `type` where it can; otherwise leaves the value as it was.
+    // Nothing happens under the guard. The caller reads type() to see what happened.
     Value& convert(ValueType type);
 
-    // Bool: the stored flag. Otherwise false.
+    // Bool: true when the stored number is 1. Otherwise false (Int 1 included).
     bool get_bool() const;
     // Int and Double: truncated toward zero; outside the 32-bit range and NaN give -2147483648.
     // Otherwise 0 (Bool and Int64 included).
@@ -651,12 +663,14 @@ public:
     // Int64, DateTime, TimeSpan: the stored number. Otherwise 0 (Int included).
     long get_int64() const;
     // Bool, Int, Double (and an Int64 whose storage is still a double): the stored double.
-    // Otherwise 0.0.
+    // Otherwise 0.0 (DateTime and TimeSpan included).
     double get_double() const;
-    // Any kind whose storage is text or bytes: a pointer into this value (not NUL-terminated for
-    // Binary). Otherwise a static empty text; never null. Valid until the value changes.
+    // Whatever the kind, when the storage holds text or bytes, at least one: a pointer to the
+    // first of them inside this value (not NUL-terminated for Binary). Otherwise a static empty
+    // text; never null. Valid until the value is changed or destroyed.
     const char* get_string() const;
-    // Binary: size and first byte (null when empty). Otherwise {0, null}.
+    // Binary: size and first byte (null when empty), pointing into this value and valid until
+    // it is changed or destroyed. Otherwise {0, null}.
     Binary get_binary();
     Binary get_binary() const;
     // DateTime: its time. Otherwise Timestamp().
@@ -664,7 +678,7 @@ public:
     // TimeSpan: its span. Otherwise Timespan().
     Timespan get_timespan() const;
 
-    // Synonyms of the reads above.
+    // Synonyms of the reads above: no guard, no conversion, never a failure.
     operator bool() const;
     operator int() const;
     operator long() const;
