@@ -176,6 +176,22 @@ TYPED_TEST(MapTest, RemoveByIteratorGivesTheNextInKeyOrder) {
     EXPECT_TRUE(map.remove(Iterator<TypeParam>()) == map.end());
 }
 
+TYPED_TEST(MapTest, RemoveWithAPositionOfAnotherMapErasesNothing) {
+    Map<TypeParam> map;
+    map.insert("a", make<TypeParam>(1));
+    map.insert("b", make<TypeParam>(2));
+    Map<TypeParam> other(map);
+    Map<TypeParam> empty;
+    EXPECT_TRUE(map.remove(other.find("a")) == map.end());
+    EXPECT_TRUE(map.remove(other.end()) == map.end());
+    EXPECT_TRUE(map.remove(empty.end()) == map.end());
+    EXPECT_TRUE(empty.remove(map.begin()) == empty.end());
+    EXPECT_EQ(walk(map), (Pairs{{"a", "1"}, {"b", "2"}}));
+    EXPECT_EQ(walk(other), (Pairs{{"a", "1"}, {"b", "2"}}));
+    EXPECT_TRUE(empty.empty());
+    EXPECT_TRUE(empty.begin() == empty.end());
+}
+
 TYPED_TEST(MapTest, ErasingTheFirstMovesBegin) {
     Map<TypeParam> map;
     map.insert("a", make<TypeParam>(1));

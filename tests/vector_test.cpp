@@ -205,6 +205,23 @@ TYPED_TEST(VectorTest, RemoveWithAnEmptyIteratorHandleChangesNothing) {
     EXPECT_EQ(vector.size(), 2u);
 }
 
+TYPED_TEST(VectorTest, APositionOfAnotherVectorAppendsAndErasesNothing) {
+    Vector<TypeParam> vector = numbered<TypeParam>(2);
+    Vector<TypeParam> other = numbered<TypeParam>(3);
+    EXPECT_TRUE(vector.remove(other.begin()) == vector.end());
+    EXPECT_TRUE(vector.remove(other.find(1)) == vector.end());
+    EXPECT_EQ(labels(vector), (std::vector<std::string>{"0", "1"}));
+    VectorIterator<TypeParam> at = vector.insert(other.begin(), make<TypeParam>(7));
+    EXPECT_EQ(at - vector.begin(), 2);
+    at = vector.insert(VectorIterator<TypeParam>(), make<TypeParam>(8));
+    EXPECT_EQ(at - vector.begin(), 3);
+    EXPECT_EQ(label(*at), "8");
+    EXPECT_EQ(labels(vector), (std::vector<std::string>{"0", "1", "7", "8"}));
+    EXPECT_EQ(labels(other), (std::vector<std::string>{"0", "1", "2"}));
+    expect_frame(vector);
+    expect_frame(other);
+}
+
 TYPED_TEST(VectorTest, InsertPlacesBeforeThePosition) {
     Vector<TypeParam> vector = numbered<TypeParam>(2);
     VectorIterator<TypeParam> at = vector.insert(vector.begin(), make<TypeParam>(7));
@@ -261,6 +278,20 @@ TYPED_TEST(VectorTest, ClearEmptiesAndGivesSuccess) {
     expect_frame(vector);
     vector.add(make<TypeParam>(5));
     EXPECT_EQ(labels(vector), (std::vector<std::string>{"5"}));
+}
+
+TYPED_TEST(VectorTest, ClearKeepsTheCapacity) {
+    Vector<TypeParam> vector;
+    vector.reserve(50);
+    vector.add(make<TypeParam>(0));
+    vector.clear();
+    TypeParam* first = vector.add(make<TypeParam>(1));
+    for (int number = 2; number < 50; ++number) {
+        vector.add(make<TypeParam>(number));
+    }
+    // Within the capacity reserved before the clear nothing moved.
+    EXPECT_EQ(vector.get(0), first);
+    EXPECT_EQ(vector.size(), 49u);
 }
 
 TYPED_TEST(VectorTest, ReserveGrowsTheCapacity) {
