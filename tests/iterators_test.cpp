@@ -92,6 +92,14 @@ TEST(IIterator, EverySlotCanBeOverriddenWithItsSignature) {
     EXPECT_FALSE(through.compare(nullptr));
 }
 
+TEST(IteratorHandles, AreNothingButThePointer) {
+    static_assert(sizeof(VectorIterator<Value>) == sizeof(void*), "one pointer");
+    static_assert(sizeof(ConstVectorIterator<Value>) == sizeof(void*), "one pointer");
+    static_assert(sizeof(Iterator<String>) == sizeof(void*), "one pointer");
+    static_assert(sizeof(ConstIterator<String>) == sizeof(void*), "one pointer");
+    SUCCEED();
+}
+
 // ---- vector iterators ---------------------------------------------------------------------
 
 TEST(VectorIterator, DereferencingTheEndOfAnEmptyVectorThrows) {

@@ -7,10 +7,16 @@
 #include <cstdlib>
 #include <map>
 #include <random>
+#include <memory>
 #include <string>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
+using Quorvane::ErrorValue;
+using Quorvane::IContainer;
+using Quorvane::IList;
+using Quorvane::IObject;
 using Quorvane::Iterator;
 using Quorvane::Map;
 using Quorvane::String;
@@ -42,6 +48,20 @@ Pairs walk_const(const Map<T>& map) {
     return result;
 }
 
+// A keyed collection of nothing, written against the interface alone, so that every slot of
+// IList has to be overridable with exactly its declared signature.
+class NoList final : public IList {
+public:
+    unsigned long size() const override { return 0; }
+    bool empty() const override { return true; }
+    ErrorValue reserve(std::size_t) override { return Quorvane::HMI_E_NOT_IMPLEMENTED; }
+    ErrorValue clear() override { return Quorvane::HMI_E_SUCCESS; }
+    ErrorValue remove(const char*) override { return Quorvane::HMI_E_ENTRY_NOT_FOUND; }
+    IObject* add(const char*, const IObject&) override { return nullptr; }
+    IObject* add(const char*) override { return nullptr; }
+    IObject* get(const char*) override { return nullptr; }
+};
+
 template <class T>
 class MapTest : public ::testing::Test {};
 
@@ -49,6 +69,22 @@ using container_elements::ElementTypes;
 TYPED_TEST_SUITE(MapTest, ElementTypes);
 
 }  // namespace
+
+TEST(MapInterface, EverySlotCanBeOverriddenWithItsSignature) {
+    static_assert(std::is_abstract<IList>::value, "an interface");
+    static_assert(std::is_base_of<IContainer, IList>::value, "a container");
+    const std::unique_ptr<IList> list(new NoList);
+    EXPECT_EQ(list->remove("a"), Quorvane::HMI_E_ENTRY_NOT_FOUND);
+    EXPECT_EQ(list->get("a"), nullptr);
+    EXPECT_EQ(list->add("a"), nullptr);
+}
+
+TEST(MapHandle, IsNothingButThePointer) {
+    static_assert(sizeof(Map<Value>) == sizeof(void*), "one pointer");
+    static_assert(sizeof(Map<String>) == sizeof(void*), "one pointer");
+    static_assert(!std::is_polymorphic<Map<Value>>::value, "no virtual destructor");
+    SUCCEED();
+}
 
 TYPED_TEST(MapTest, EmptyMapAnswersQuietly) {
     Map<TypeParam> map;

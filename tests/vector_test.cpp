@@ -4,10 +4,15 @@
 
 #include "container_elements.h"
 
+#include <memory>
 #include <string>
+#include <type_traits>
 #include <vector>
 
 using Quorvane::ErrorValue;
+using Quorvane::IContainer;
+using Quorvane::IObject;
+using Quorvane::IVector;
 using Quorvane::String;
 using Quorvane::Value;
 using Quorvane::Vector;
@@ -47,6 +52,22 @@ void expect_frame(Vector<T>& vector) {
     }
 }
 
+// A sequence of nothing, written against the interfaces alone, so that every slot of IContainer
+// and IVector has to be overridable with exactly its declared signature.
+class NoSequence final : public IVector {
+public:
+    unsigned long size() const override { return 0; }
+    bool empty() const override { return true; }
+    ErrorValue reserve(std::size_t) override { return Quorvane::HMI_E_SUCCESS; }
+    ErrorValue clear() override { return Quorvane::HMI_E_SUCCESS; }
+    IObject* add(const IObject&) override { return nullptr; }
+    IObject* add(std::size_t) override { return nullptr; }
+    IObject* add() override { return nullptr; }
+    IObject* get(std::size_t) override { return nullptr; }
+    ErrorValue remove(std::size_t) override { return Quorvane::HMI_E_ENTRY_NOT_FOUND; }
+    ErrorValue remove(std::size_t, std::size_t) override { return Quorvane::HMI_E_ENTRY_NOT_FOUND; }
+};
+
 template <class T>
 class VectorTest : public ::testing::Test {};
 
@@ -54,6 +75,24 @@ using container_elements::ElementTypes;
 TYPED_TEST_SUITE(VectorTest, ElementTypes);
 
 }  // namespace
+
+TEST(VectorInterface, EverySlotCanBeOverriddenWithItsSignature) {
+    static_assert(std::is_abstract<IVector>::value, "an interface");
+    static_assert(std::is_base_of<IContainer, IVector>::value, "a container");
+    static_assert(std::has_virtual_destructor<IContainer>::value, "destroyed through itself");
+    const std::unique_ptr<IContainer> container(new NoSequence);
+    EXPECT_EQ(container->size(), 0u);
+    EXPECT_TRUE(container->empty());
+    EXPECT_EQ(container->reserve(1), Quorvane::HMI_E_SUCCESS);
+    EXPECT_EQ(container->clear(), Quorvane::HMI_E_SUCCESS);
+}
+
+TEST(VectorHandle, IsNothingButThePointer) {
+    static_assert(sizeof(Vector<Value>) == sizeof(void*), "one pointer");
+    static_assert(sizeof(Vector<String>) == sizeof(void*), "one pointer");
+    static_assert(!std::is_polymorphic<Vector<Value>>::value, "no virtual destructor");
+    SUCCEED();
+}
 
 TYPED_TEST(VectorTest, EmptyVectorAnswersQuietly) {
     Vector<TypeParam> vector;

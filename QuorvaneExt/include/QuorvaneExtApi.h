@@ -212,9 +212,9 @@ public:
     // std::runtime_error("iterator not dereferrencable") at the end. Vector iterators: always
     // the empty text, never throws.
     virtual const char* name() = 0;
-    // Vector iterators move by `count` elements in either direction, unbounded by the vector.
-    // Map iterators take `count` steps in key order and ignore a count of 0 or below; a step
-    // beyond either end of the map is not taken.
+    // Vector iterators move by `count` elements in either direction, unbounded by the vector (a
+    // place beyond either end must not be read). Map iterators take `count` steps in key order and
+    // ignore a count of 0 or below; a step beyond either end of the map is not taken.
     virtual void Next(long count) = 0;
     virtual void Prev(long count) = 0;
     // The element under the iterator; throws std::runtime_error("iterator not dereferrencable")
@@ -227,13 +227,16 @@ public:
     virtual ~IIterator();
 };
 
-// What every container answers. reserve and clear give an ErrorValue (0 on success).
+// What every container answers.
 class QUORVANE_API IContainer {
 public:
     // Constant time.
     virtual unsigned long size() const = 0;
     virtual bool empty() const = 0;
+    // A sequence grows its capacity and gives 0; a keyed collection has no capacity and gives
+    // HMI_E_NOT_IMPLEMENTED.
     virtual ErrorValue reserve(std::size_t count) = 0;
+    // Destroys every element; gives 0.
     virtual ErrorValue clear() = 0;
     virtual ~IContainer();
 };
