@@ -192,6 +192,7 @@ TYPED_TEST(MapTest, RemoveByKey) {
     map.insert("a", make<TypeParam>(1));
     map.insert("b", make<TypeParam>(2));
     EXPECT_EQ(map.remove("missing"), Quorvane::HMI_E_ENTRY_NOT_FOUND);
+    EXPECT_EQ(static_cast<int>(map.remove("missing")), 292);
     EXPECT_EQ(map.remove("a"), Quorvane::HMI_E_SUCCESS);
     EXPECT_EQ(map.remove("a"), Quorvane::HMI_E_ENTRY_NOT_FOUND);
     EXPECT_EQ(walk(map), (Pairs{{"b", "2"}}));
@@ -260,6 +261,7 @@ TYPED_TEST(MapTest, ReserveIsNotImplementedAndHarmless) {
     Map<TypeParam> map;
     map.insert("a", make<TypeParam>(1));
     EXPECT_EQ(map.reserve(10), Quorvane::HMI_E_NOT_IMPLEMENTED);
+    EXPECT_EQ(static_cast<int>(map.reserve(10)), 272);
     EXPECT_EQ(map.reserve(0), Quorvane::HMI_E_NOT_IMPLEMENTED);
     map.insert("b", make<TypeParam>(2));
     EXPECT_EQ(walk(map), (Pairs{{"a", "1"}, {"b", "2"}}));

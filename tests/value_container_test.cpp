@@ -648,6 +648,7 @@ TEST(ValueRemoving, ByIndexOnOtherKindsIsAnInvalidType) {
         const std::string before = snapshot(sample.value);
         EXPECT_EQ(sample.value.remove(0UL), Quorvane::HMI_E_INVALID_TYPE) << sample.name;
         EXPECT_EQ(sample.value.remove(0UL, 1UL), Quorvane::HMI_E_INVALID_TYPE) << sample.name;
+        EXPECT_EQ(static_cast<int>(sample.value.remove(0UL)), 270) << sample.name;
         EXPECT_EQ(snapshot(sample.value), before) << sample.name;
     }
 }

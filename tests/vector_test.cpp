@@ -4,7 +4,9 @@
 
 #include "container_elements.h"
 
+#include <algorithm>
 #include <memory>
+#include <random>
 #include <string>
 #include <type_traits>
 #include <vector>
@@ -103,6 +105,8 @@ TYPED_TEST(VectorTest, EmptyVectorAnswersQuietly) {
     EXPECT_TRUE(vector.find(0) == vector.end());
     EXPECT_EQ(vector.remove(0), Quorvane::HMI_E_ENTRY_NOT_FOUND);
     EXPECT_EQ(vector.remove(0, 0), Quorvane::HMI_E_ENTRY_NOT_FOUND);
+    EXPECT_EQ(static_cast<int>(vector.remove(0)), 292);
+    EXPECT_EQ(static_cast<int>(vector.remove(0, 0)), 292);
     const Vector<TypeParam>& read_only = vector;
     EXPECT_EQ(read_only.get(0), nullptr);
     EXPECT_TRUE(read_only.begin() == read_only.end());
@@ -403,5 +407,87 @@ TEST(VectorOfValues, RelocationKeepsNestedTreesIntact) {
     vector.remove(0, 32);
     for (int number = 0; number < 32; ++number) {
         EXPECT_EQ((*vector.get(number))["n"].get_int32(), number + 32);
+    }
+}
+
+TEST(VectorRobustness, RandomOperationsBehaveLikeAStandardVector) {
+    // Every index-taking and position-taking operation with indexes in and out of range, checked
+    // against std::vector after each step; -1 stands for a default element.
+    std::mt19937 random(4711);
+    Vector<Value> vector;
+    std::vector<int> model;
+    const auto number_of = [](const Value& item) { return item.isset() ? item.get_int32() : -1; };
+    for (int round = 0; round < 3000; ++round) {
+        const std::size_t size = model.size();
+        const std::size_t index = random() % (size + 3);
+        const std::size_t last = random() % (size + 3);
+        const int number = static_cast<int>(random() % 1000);
+        switch (random() % 9) {
+            case 0:
+                EXPECT_EQ(number_of(*vector.add(Value(number))), number);
+                model.push_back(number);
+                break;
+            case 1:
+                vector.add();
+                model.push_back(-1);
+                break;
+            case 2: {
+                const Value* found = vector.add(index);
+                if (index >= size) {
+                    model.push_back(-1);
+                }
+                EXPECT_EQ(found, vector.get(std::min(index, size)));
+                break;
+            }
+            case 3: {
+                const VectorIterator<Value> at = vector.insert(vector.find(index), Value(number));
+                const std::size_t place = std::min(index, size);
+                model.insert(model.begin() + static_cast<long>(place), number);
+                EXPECT_EQ(at - vector.begin(), static_cast<long>(place));
+                break;
+            }
+            case 4:
+                EXPECT_EQ(vector.remove(index),
+                          index < size ? Quorvane::HMI_E_SUCCESS : Quorvane::HMI_E_ENTRY_NOT_FOUND);
+                if (index < size) {
+                    model.erase(model.begin() + static_cast<long>(index));
+                }
+                break;
+            case 5: {
+                const bool refused = index > last || size == 0 || index > size;
+                EXPECT_EQ(vector.remove(index, last),
+                          refused ? Quorvane::HMI_E_ENTRY_NOT_FOUND : Quorvane::HMI_E_SUCCESS);
+                if (!refused && index < std::min(last, size)) {
+                    model.erase(model.begin() + static_cast<long>(index),
+                                model.begin() + static_cast<long>(std::min(last, size)));
+                }
+                break;
+            }
+            case 6: {
+                const VectorIterator<Value> next = vector.remove(vector.find(index));
+                if (index < size) {
+                    model.erase(model.begin() + static_cast<long>(index));
+                    EXPECT_EQ(next - vector.begin(), static_cast<long>(index));
+                } else {
+                    EXPECT_TRUE(next == vector.end());
+                }
+                break;
+            }
+            case 7:
+                EXPECT_EQ(vector.reserve(index * 4), Quorvane::HMI_E_SUCCESS);
+                break;
+            default:
+                if (random() % 20 == 0) {
+                    EXPECT_EQ(vector.clear(), Quorvane::HMI_E_SUCCESS);
+                    model.clear();
+                }
+                break;
+        }
+        ASSERT_EQ(vector.size(), model.size()) << "round " << round;
+        std::vector<int> seen;
+        for (VectorIterator<Value> at = vector.begin(); at != vector.end(); ++at) {
+            seen.push_back(number_of(*at));
+        }
+        ASSERT_EQ(seen, model) << "round " << round;
     }
 }
