@@ -398,3 +398,17 @@ TEST(MapRobustness, RandomByteKeysBehaveLikeAStandardMap) {
         EXPECT_EQ(at->get_int32(), expected->second);
     }
 }
+
+TEST(MapRobustness, AHugeKeyIsKeptWhole) {
+    std::string key(1 << 20, 'k');
+    key.back() = '\xFF';
+    Map<Value> map;
+    map.insert(key.c_str(), Value(1));
+    key.back() = 'k';
+    map.insert(key.c_str(), Value(2));
+    ASSERT_EQ(map.size(), 2u);
+    EXPECT_EQ(map.get(key.c_str())->get_int32(), 2);
+    EXPECT_EQ(std::string(map.begin().name()), key);
+    EXPECT_EQ(map.remove(key.c_str()), Quorvane::HMI_E_SUCCESS);
+    EXPECT_EQ(map.begin()->get_int32(), 1);
+}
