@@ -464,7 +464,8 @@ private:
 
 // An ordered sequence of T held by value; copies are deep. Any growth, reserve or erase
 // invalidates outstanding iterators and element pointers (not detected); a fresh begin() or
-// end() is always right. After cleanup() only create() and cleanup() are allowed.
+// end() is always right. After cleanup() only create(), cleanup() and remove(position), which
+// then erases nothing and gives an empty handle, are allowed.
 template <class T>
 class QUORVANE_API Vector {
 public:
@@ -528,8 +529,9 @@ private:
 // Elements of T under unique, case-sensitive text keys, kept and walked in plain byte order of
 // the keys ("B" before "a"); copies are deep. Lookups by key take logarithmic time and make no
 // temporary text. Iterators and element pointers stay valid until their own element is erased;
-// clear() invalidates all of them. After cleanup() only create() and cleanup() are allowed.
-// A null key to find, get, remove, insert or insert_or_update ends the process.
+// clear() invalidates all of them. After cleanup() only create(), cleanup() and
+// remove(position), which then erases nothing and gives an empty handle, are allowed. A null key to
+// find, get, remove, insert or insert_or_update ends the process.
 template <class T>
 class QUORVANE_API Map {
 public:
