@@ -108,9 +108,9 @@ public:
     MapIteratorBase(Position at, MapImpl<T>* owner) : position(at), container(owner) {}
 
     const char* name() override { return node().first.c_str(); }
-    // A tree has no place beyond its ends: a step from the end can run in circles, and one back
-    // from the first node of an empty tree reads through a null link. Such a step is not taken,
-    // which also ends a walk with a huge count once it reaches an end.
+    // A tree has no place beyond its ends: a step on from the end can run in circles, and a step
+    // back in an empty tree reads through a null link. Such a step is not taken, which also ends
+    // a walk with a huge count once it reaches an end.
     void Next(long count) override {
         for (long step = 0; step < count && position != container->elements.end(); ++step) {
             ++position;
