@@ -203,11 +203,23 @@ Timespan ValueImpl::get_timespan() const {
     return Timespan(std::get<kLong>(data));
 }
 
+// Replacing the content frees it first, so a container that may lie inside it (this value's own,
+// or one nested deeper) is copied before that happens. Numbers and bytes hold no container.
+template <ValueImpl::Alternative Kind, class Container>
+void ValueImpl::replace_with(const Container& container) {
+    if (holds(kDouble) || holds(kBytes) || holds(kLong)) {
+        data.emplace<Kind>(container);
+    } else {
+        const Container copy(container);
+        data.emplace<Kind>(copy);
+    }
+}
+
 void ValueImpl::set(const Map<Value>* map) {
     if (map == nullptr) {
         return;
     }
-    data.emplace<kMap>(*map);
+    replace_with<kMap>(*map);
     type = ValueType::Map;
 }
 
@@ -215,7 +227,7 @@ void ValueImpl::set(const Vector<Value>* vector) {
     if (vector == nullptr) {
         return;
     }
-    data.emplace<kVector>(*vector);
+    replace_with<kVector>(*vector);
     type = ValueType::Vector;
 }
 

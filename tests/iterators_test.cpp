@@ -2,11 +2,16 @@
 
 #include <gtest/gtest.h>
 
+#include <climits>
 #include <stdexcept>
 #include <string>
+#include <type_traits>
+#include <typeinfo>
 
 using Quorvane::ConstIterator;
 using Quorvane::ConstVectorIterator;
+using Quorvane::IIterator;
+using Quorvane::IObject;
 using Quorvane::Iterator;
 using Quorvane::Map;
 using Quorvane::String;
@@ -32,12 +37,16 @@ Map<String> letters() {
     return map;
 }
 
-// Runs `read` and gives the message of the runtime error it raised, or "" when none.
+// Runs `read` and gives the message of the error it raised, or "" when none. The error must be
+// a std::runtime_error itself, not a class derived from it.
 template <class Read>
 std::string error_of(Read read) {
     try {
         read();
-    } catch (const std::runtime_error& error) {
+    } catch (const std::exception& error) {
+        if (typeid(error) != typeid(std::runtime_error)) {
+            return std::string("not a plain std::runtime_error: ") + error.what();
+        }
         return error.what();
     }
     return "";
@@ -45,7 +54,57 @@ std::string error_of(Read read) {
 
 const char kNotDereferenceable[] = "iterator not dereferrencable";
 
+// True when no ordering of `left` against `right` holds.
+template <class Handle>
+bool unordered(const Handle& left, const Handle& right) {
+    return !(left < right) && !(left > right) && !(left <= right) && !(left >= right);
+}
+
+// A walk over nothing, written against the interface alone, so that every slot has to be
+// overridable with exactly its declared signature.
+class NoWalk final : public IIterator {
+public:
+    const char* name() override { return "none"; }
+    void Next(long count) override { steps += count; }
+    void Prev(long count) override { steps -= count; }
+    IObject* Current() override { return nullptr; }
+    const IObject* Current() const override { return nullptr; }
+    bool compare(const IIterator* other) const override { return other == this; }
+
+    long steps = 0;
+};
+
 }  // namespace
+
+// ---- the interface ------------------------------------------------------------------------
+
+TEST(IIterator, EverySlotCanBeOverriddenWithItsSignature) {
+    static_assert(std::is_same<decltype(&IIterator::name), const char* (IIterator::*)()>::value,
+                  "name() is not const");
+    static_assert(std::is_same<decltype(&IIterator::compare),
+                               bool (IIterator::*)(const IIterator*) const>::value,
+                  "compare() is const");
+    static_assert(std::is_abstract<IIterator>::value, "an interface");
+    static_assert(std::has_virtual_destructor<IIterator>::value, "destroyed through itself");
+    NoWalk walk;
+    IIterator& through = walk;
+    through.Next(3);
+    through.Prev(1);
+    EXPECT_EQ(walk.steps, 2);
+    EXPECT_STREQ(through.name(), "none");
+    EXPECT_EQ(through.Current(), nullptr);
+    EXPECT_EQ(static_cast<const IIterator&>(through).Current(), nullptr);
+    EXPECT_TRUE(through.compare(&walk));
+    EXPECT_FALSE(through.compare(nullptr));
+}
+
+TEST(IteratorHandles, AreNothingButThePointer) {
+    static_assert(sizeof(VectorIterator<Value>) == sizeof(void*), "one pointer");
+    static_assert(sizeof(ConstVectorIterator<Value>) == sizeof(void*), "one pointer");
+    static_assert(sizeof(Iterator<String>) == sizeof(void*), "one pointer");
+    static_assert(sizeof(ConstIterator<String>) == sizeof(void*), "one pointer");
+    SUCCEED();
+}
 
 // ---- vector iterators ---------------------------------------------------------------------
 
@@ -147,20 +206,34 @@ TEST(VectorIterator, OrderingComparesPositions) {
     EXPECT_TRUE(vector.end() > second);
 }
 
-TEST(VectorIterator, OrderingAgainstAnEmptyHandleIsFalse) {
+TEST(VectorIterator, OrderingWithAnEmptyHandleOnEitherSideIsFalse) {
     Vector<Value> vector = numbers(1);
     const VectorIterator<Value> none;
-    VectorIterator<Value> at = vector.begin();
-    EXPECT_FALSE(at < none);
-    EXPECT_FALSE(at > none);
-    EXPECT_FALSE(at <= none);
-    EXPECT_FALSE(at >= none);
+    const VectorIterator<Value> at = vector.begin();
+    EXPECT_TRUE(unordered(at, none));
+    EXPECT_TRUE(unordered(none, at));
+    EXPECT_TRUE(unordered(none, none));
     const ConstVectorIterator<Value> const_none;
-    ConstVectorIterator<Value> const_at = at;
-    EXPECT_FALSE(const_at < const_none);
-    EXPECT_FALSE(const_at > const_none);
-    EXPECT_FALSE(const_at <= const_none);
-    EXPECT_FALSE(const_at >= const_none);
+    const ConstVectorIterator<Value> const_at = at;
+    EXPECT_TRUE(unordered(const_at, const_none));
+    EXPECT_TRUE(unordered(const_none, const_at));
+}
+
+TEST(VectorIterator, OffsetsBeyondEitherEndComeBack) {
+    Vector<Value> vector = numbers(3);
+    VectorIterator<Value> far = vector.begin() + 10;
+    EXPECT_EQ(far - vector.begin(), 10);
+    EXPECT_EQ(vector.begin() - far, -10);
+    EXPECT_TRUE(far - 10 == vector.begin());
+    EXPECT_TRUE(far > vector.end());
+    VectorIterator<Value> before = vector.begin() - 4;
+    EXPECT_EQ(before - vector.begin(), -4);
+    EXPECT_TRUE(before < vector.begin());
+    before += 4;
+    EXPECT_EQ(before->get_int32(), 0);
+    before -= 7;
+    before += 9;
+    EXPECT_EQ(before->get_int32(), 20);
 }
 
 TEST(VectorIterator, EmptyHandleOnTheLeftIsUnequal) {
@@ -233,6 +306,19 @@ TEST(ConstVectorIterator, ArithmeticAndOrderingMatchTheMutableOne) {
     EXPECT_FALSE(at < vector.begin());
 }
 
+TEST(ConstVectorIterator, SubscriptMovesAndReadsNoElement) {
+    // The read-only subscript reads the writable Current(), which a const iterator answers with
+    // null rather than an error: it moves, and raises nothing even where it lands on the end.
+    const Vector<Value> vector = numbers(3);
+    ConstVectorIterator<Value> at = vector.begin();
+    EXPECT_EQ(error_of([&] { at[2]; }), "");
+    EXPECT_EQ(at - vector.begin(), 2);
+    EXPECT_EQ(at->get_int32(), 20);
+    EXPECT_EQ(error_of([&] { at[1]; }), "");
+    EXPECT_TRUE(at == vector.end());
+    EXPECT_EQ(error_of([&] { *at; }), kNotDereferenceable);
+}
+
 TEST(ConstVectorIterator, CopyAndAssignmentKeepThePosition) {
     const Vector<Value> vector = numbers(2);
     ConstVectorIterator<Value> at = vector.begin();
@@ -286,6 +372,33 @@ TEST(MapIterator, SubscriptTakesStepsAndIgnoresNonPositiveCounts) {
     EXPECT_STREQ(at.name(), "c");
 }
 
+TEST(MapIterator, NoStepIsTakenBeyondEitherEnd) {
+    Map<String> map = letters();
+    Iterator<String> at = map.end();
+    ++at;
+    EXPECT_TRUE(at == map.end());
+    EXPECT_STREQ((--at).name(), "c");
+    Iterator<String> first = map.begin();
+    first--;
+    EXPECT_STREQ(first.name(), "a");
+    // A huge count stops at the end instead of walking on.
+    Iterator<String> walker = map.begin();
+    EXPECT_EQ(error_of([&] { walker[static_cast<std::size_t>(LONG_MAX)]; }), kNotDereferenceable);
+    EXPECT_TRUE(walker == map.end());
+    Map<String> empty;
+    Iterator<String> none = empty.end();
+    --none;
+    none++;
+    EXPECT_TRUE(none == empty.begin());
+    const Map<String>& read_only = map;
+    ConstIterator<String> constant = read_only.end();
+    ++constant;
+    EXPECT_TRUE(constant == read_only.end());
+    constant = read_only.begin();
+    --constant;
+    EXPECT_STREQ(constant.name(), "a");
+}
+
 TEST(MapIterator, WritesReachTheElement) {
     Map<String> map = letters();
     map.begin()->set_name("changed");
@@ -337,6 +450,18 @@ TEST(ConstMapIterator, BuiltFromAnIteratorReadsTheSameElement) {
     EXPECT_TRUE(copy == one);
     const Map<String>& read_only = map;
     EXPECT_TRUE(ConstIterator<String>(map.end()) == read_only.end());
+}
+
+TEST(ConstMapIterator, SubscriptMovesAndReadsNoElement) {
+    const Map<String> map = letters();
+    ConstIterator<String> at = map.begin();
+    EXPECT_EQ(error_of([&] { at[1]; }), "");
+    EXPECT_STREQ(at.name(), "b");
+    EXPECT_EQ(error_of([&] { at[static_cast<std::size_t>(-1)]; }), "");
+    EXPECT_STREQ(at.name(), "b");
+    EXPECT_EQ(error_of([&] { at[2]; }), "");
+    EXPECT_TRUE(at == map.end());
+    EXPECT_EQ(error_of([&] { at.name(); }), kNotDereferenceable);
 }
 
 TEST(MapIterator, HeldIteratorSurvivesErasingAnotherElement) {

@@ -7,10 +7,16 @@
 #include <cstdlib>
 #include <map>
 #include <random>
+#include <memory>
 #include <string>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
+using Quorvane::ErrorValue;
+using Quorvane::IContainer;
+using Quorvane::IList;
+using Quorvane::IObject;
 using Quorvane::Iterator;
 using Quorvane::Map;
 using Quorvane::String;
@@ -42,6 +48,20 @@ Pairs walk_const(const Map<T>& map) {
     return result;
 }
 
+// A keyed collection of nothing, written against the interface alone, so that every slot of
+// IList has to be overridable with exactly its declared signature.
+class NoList final : public IList {
+public:
+    unsigned long size() const override { return 0; }
+    bool empty() const override { return true; }
+    ErrorValue reserve(std::size_t) override { return Quorvane::HMI_E_NOT_IMPLEMENTED; }
+    ErrorValue clear() override { return Quorvane::HMI_E_SUCCESS; }
+    ErrorValue remove(const char*) override { return Quorvane::HMI_E_ENTRY_NOT_FOUND; }
+    IObject* add(const char*, const IObject&) override { return nullptr; }
+    IObject* add(const char*) override { return nullptr; }
+    IObject* get(const char*) override { return nullptr; }
+};
+
 template <class T>
 class MapTest : public ::testing::Test {};
 
@@ -49,6 +69,22 @@ using container_elements::ElementTypes;
 TYPED_TEST_SUITE(MapTest, ElementTypes);
 
 }  // namespace
+
+TEST(MapInterface, EverySlotCanBeOverriddenWithItsSignature) {
+    static_assert(std::is_abstract<IList>::value, "an interface");
+    static_assert(std::is_base_of<IContainer, IList>::value, "a container");
+    const std::unique_ptr<IList> list(new NoList);
+    EXPECT_EQ(list->remove("a"), Quorvane::HMI_E_ENTRY_NOT_FOUND);
+    EXPECT_EQ(list->get("a"), nullptr);
+    EXPECT_EQ(list->add("a"), nullptr);
+}
+
+TEST(MapHandle, IsNothingButThePointer) {
+    static_assert(sizeof(Map<Value>) == sizeof(void*), "one pointer");
+    static_assert(sizeof(Map<String>) == sizeof(void*), "one pointer");
+    static_assert(!std::is_polymorphic<Map<Value>>::value, "no virtual destructor");
+    SUCCEED();
+}
 
 TYPED_TEST(MapTest, EmptyMapAnswersQuietly) {
     Map<TypeParam> map;
@@ -156,6 +192,7 @@ TYPED_TEST(MapTest, RemoveByKey) {
     map.insert("a", make<TypeParam>(1));
     map.insert("b", make<TypeParam>(2));
     EXPECT_EQ(map.remove("missing"), Quorvane::HMI_E_ENTRY_NOT_FOUND);
+    EXPECT_EQ(static_cast<int>(map.remove("missing")), 292);
     EXPECT_EQ(map.remove("a"), Quorvane::HMI_E_SUCCESS);
     EXPECT_EQ(map.remove("a"), Quorvane::HMI_E_ENTRY_NOT_FOUND);
     EXPECT_EQ(walk(map), (Pairs{{"b", "2"}}));
@@ -174,6 +211,22 @@ TYPED_TEST(MapTest, RemoveByIteratorGivesTheNextInKeyOrder) {
     EXPECT_TRUE(map.remove(map.end()) == map.end());
     EXPECT_EQ(walk(map), (Pairs{{"a", "1"}}));
     EXPECT_TRUE(map.remove(Iterator<TypeParam>()) == map.end());
+}
+
+TYPED_TEST(MapTest, RemoveWithAPositionOfAnotherMapErasesNothing) {
+    Map<TypeParam> map;
+    map.insert("a", make<TypeParam>(1));
+    map.insert("b", make<TypeParam>(2));
+    Map<TypeParam> other(map);
+    Map<TypeParam> empty;
+    EXPECT_TRUE(map.remove(other.find("a")) == map.end());
+    EXPECT_TRUE(map.remove(other.end()) == map.end());
+    EXPECT_TRUE(map.remove(empty.end()) == map.end());
+    EXPECT_TRUE(empty.remove(map.begin()) == empty.end());
+    EXPECT_EQ(walk(map), (Pairs{{"a", "1"}, {"b", "2"}}));
+    EXPECT_EQ(walk(other), (Pairs{{"a", "1"}, {"b", "2"}}));
+    EXPECT_TRUE(empty.empty());
+    EXPECT_TRUE(empty.begin() == empty.end());
 }
 
 TYPED_TEST(MapTest, ErasingTheFirstMovesBegin) {
@@ -208,6 +261,7 @@ TYPED_TEST(MapTest, ReserveIsNotImplementedAndHarmless) {
     Map<TypeParam> map;
     map.insert("a", make<TypeParam>(1));
     EXPECT_EQ(map.reserve(10), Quorvane::HMI_E_NOT_IMPLEMENTED);
+    EXPECT_EQ(static_cast<int>(map.reserve(10)), 272);
     EXPECT_EQ(map.reserve(0), Quorvane::HMI_E_NOT_IMPLEMENTED);
     map.insert("b", make<TypeParam>(2));
     EXPECT_EQ(walk(map), (Pairs{{"a", "1"}, {"b", "2"}}));
@@ -343,4 +397,18 @@ TEST(MapRobustness, RandomByteKeysBehaveLikeAStandardMap) {
         EXPECT_EQ(at.name(), expected->first);
         EXPECT_EQ(at->get_int32(), expected->second);
     }
+}
+
+TEST(MapRobustness, AHugeKeyIsKeptWhole) {
+    std::string key(1 << 20, 'k');
+    key.back() = '\xFF';
+    Map<Value> map;
+    map.insert(key.c_str(), Value(1));
+    key.back() = 'k';
+    map.insert(key.c_str(), Value(2));
+    ASSERT_EQ(map.size(), 2u);
+    EXPECT_EQ(map.get(key.c_str())->get_int32(), 2);
+    EXPECT_EQ(std::string(map.begin().name()), key);
+    EXPECT_EQ(map.remove(key.c_str()), Quorvane::HMI_E_SUCCESS);
+    EXPECT_EQ(map.begin()->get_int32(), 1);
 }

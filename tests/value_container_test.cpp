@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "allocation_count.h"
+
 #include <cstdlib>
 #include <functional>
 #include <map>
@@ -499,6 +501,21 @@ TEST(ValueAdding, PositionInsertOnAVector) {
     EXPECT_STREQ(at->get_string(), "text");
 }
 
+TEST(ValueAdding, PositionInsertWithAPositionOfAnotherValueAppends) {
+    Value list = vector_of({1, 2});
+    Value other = vector_of({3});
+    Value record = struct_of({"a"});
+    VectorIterator<Value> at = list.insert(other.begin_vector(), Value(4));
+    EXPECT_EQ(at - list.begin_vector(), 2);
+    at = list.insert(record.end_vector(), 5);
+    EXPECT_EQ(at - list.begin_vector(), 3);
+    at = list.insert(VectorIterator<Value>(), Value(6));
+    EXPECT_EQ(at - list.begin_vector(), 4);
+    EXPECT_EQ(numbers_in(list), (std::vector<int>{1, 2, 4, 5, 6}));
+    EXPECT_EQ(numbers_in(other), (std::vector<int>{3}));
+    EXPECT_TRUE(Value().begin_vector() == Value().end_vector());
+}
+
 TEST(ValueAdding, PositionInsertOnNullChangesNothing) {
     Value value;
     EXPECT_TRUE(value.insert(value.end_vector(), Value(1)) == shared_vector_end());
@@ -631,6 +648,7 @@ TEST(ValueRemoving, ByIndexOnOtherKindsIsAnInvalidType) {
         const std::string before = snapshot(sample.value);
         EXPECT_EQ(sample.value.remove(0UL), Quorvane::HMI_E_INVALID_TYPE) << sample.name;
         EXPECT_EQ(sample.value.remove(0UL, 1UL), Quorvane::HMI_E_INVALID_TYPE) << sample.name;
+        EXPECT_EQ(static_cast<int>(sample.value.remove(0UL)), 270) << sample.name;
         EXPECT_EQ(snapshot(sample.value), before) << sample.name;
     }
 }
@@ -661,6 +679,29 @@ TEST(ValueRemoving, ByIteratorOnOtherKindsGivesTheEnd) {
             EXPECT_EQ(ordered.size(), 1u);
         }
     }
+}
+
+TEST(ValueRemoving, APositionOfAnotherValueErasesNothing) {
+    for (Value value : {map_of({"a", "b"}), struct_of({"a", "b"})}) {
+        Value other = struct_of({"a"});
+        Value list = vector_of({1});
+        EXPECT_TRUE(value.remove(other.begin()) == value.end());
+        EXPECT_TRUE(value.remove(other.end()) == value.end());
+        // A wrong-kind value hands out the end of the shared map.
+        EXPECT_TRUE(value.remove(list.end()) == value.end());
+        EXPECT_TRUE(value.remove(Iterator<Value>()) == value.end());
+        EXPECT_EQ(keys_in(value), (std::vector<std::string>{"a", "b"}));
+        EXPECT_EQ(keys_in(other), (std::vector<std::string>{"a"}));
+        EXPECT_TRUE(shared_map_end() == Value().begin());
+    }
+    Value list = vector_of({1, 2});
+    Value other = vector_of({3});
+    Value record = struct_of({"a"});
+    EXPECT_TRUE(list.remove(other.begin_vector()) == list.end_vector());
+    EXPECT_TRUE(list.remove(record.end_vector()) == list.end_vector());
+    EXPECT_TRUE(list.remove(VectorIterator<Value>()) == list.end_vector());
+    EXPECT_EQ(numbers_in(list), (std::vector<int>{1, 2}));
+    EXPECT_EQ(numbers_in(other), (std::vector<int>{3}));
 }
 
 TEST(ValueRemoving, ByVectorIteratorOnAVector) {
@@ -841,6 +882,86 @@ TEST(ValueIterators, SharedEndsCannotBeRead) {
     EXPECT_THROW(*value.begin(), std::runtime_error);
     EXPECT_THROW(*value.begin_vector(), std::runtime_error);
     EXPECT_THROW(value.end().name(), std::runtime_error);
+}
+
+// ---- costs --------------------------------------------------------------------------------
+
+TEST(ValueCosts, IndexingAVectorAllocatesNothing) {
+    Value list = vector_of({1, 2, 3});
+    shared_empty();
+    const Value* seen[6] = {};
+    const std::size_t allocations = allocation_count::of([&] {
+        seen[0] = &list[1];
+        seen[1] = &list[2UL];
+        seen[2] = &read_only(list)[0];
+        seen[3] = &read_only(list)[0UL];
+        seen[4] = &list[3];
+        seen[5] = &list[-1];
+    });
+    EXPECT_EQ(allocations, 0u);
+    EXPECT_EQ(seen[0]->get_int32(), 2);
+    EXPECT_EQ(seen[1]->get_int32(), 3);
+    EXPECT_EQ(seen[2]->get_int32(), 1);
+    EXPECT_EQ(seen[3]->get_int32(), 1);
+    EXPECT_EQ(seen[4], &shared_empty());
+    EXPECT_EQ(seen[5], &shared_empty());
+}
+
+TEST(ValueCosts, EveryIteratorHandedOutCostsOneAllocation) {
+    Value list = vector_of({1, 2, 3});
+    Value record = struct_of({"a", "b"});
+    const Value& constant_list = list;
+    const Value& constant_record = record;
+    const Value item(9);
+    VectorIterator<Value> position = list.begin_vector();
+    const Iterator<Value> record_end = record.end();
+    const VectorIterator<Value> list_end = list.end_vector();
+    // The shared containers of the wrong kinds exist before anything is counted.
+    shared_map_end();
+    shared_vector_end();
+    const struct {
+        const char* name;
+        std::function<void()> work;
+        std::size_t allocations;
+    } rows[] = {
+        {"begin", [&] { record.begin(); }, 1},
+        {"end", [&] { record.end(); }, 1},
+        {"find hit", [&] { record.find("a"); }, 1},
+        {"find miss", [&] { record.find("z"); }, 1},
+        {"begin const", [&] { constant_record.begin(); }, 1},
+        {"end const", [&] { constant_record.end(); }, 1},
+        {"find const", [&] { constant_record.find("a"); }, 1},
+        {"begin of a wrong kind", [&] { list.begin(); }, 1},
+        {"find of a wrong kind", [&] { list.find("a"); }, 1},
+        {"begin const of a wrong kind", [&] { constant_list.begin(); }, 1},
+        {"begin_vector", [&] { list.begin_vector(); }, 1},
+        {"end_vector", [&] { list.end_vector(); }, 1},
+        {"find index hit", [&] { list.find(1UL); }, 1},
+        {"find index miss", [&] { list.find(9UL); }, 1},
+        {"begin_vector const", [&] { constant_list.begin_vector(); }, 1},
+        {"find index const", [&] { constant_list.find(1UL); }, 1},
+        {"begin_vector of a wrong kind", [&] { record.begin_vector(); }, 1},
+        {"end_vector const of a wrong kind", [&] { constant_record.end_vector(); }, 1},
+        {"insert of an existing key", [&] { record.insert("a", item); }, 1},
+        {"insert on a wrong kind", [&] { list.insert("a", item); }, 1},
+        {"position insert on a wrong kind", [&] { record.insert(position, item); }, 1},
+        {"remove at the end of a map", [&] { record.remove(record_end); }, 1},
+        {"remove at the end of a vector", [&] { list.remove(list_end); }, 1},
+        {"copy", [&] { VectorIterator<Value> copy(position); }, 1},
+        {"const from mutable", [&] { ConstVectorIterator<Value> copy(position); }, 1},
+        {"prefix ++ and --", [&] { --++position; }, 0},
+        {"+= and -=", [&] { (position += 2) -= 2; }, 0},
+        {"postfix ++", [&] { position++; }, 1},
+        {"postfix --", [&] { position--; }, 1},
+        {"+", [&] { position + 1; }, 1},
+        {"-", [&] { position - 0; }, 1},
+        {"== and <", [&] { (void)(position == list_end && position < list_end); }, 0},
+    };
+    for (const auto& row : rows) {
+        EXPECT_EQ(allocation_count::of(row.work), row.allocations) << row.name;
+    }
+    EXPECT_EQ(numbers_in(list), (std::vector<int>{1, 2, 3}));
+    EXPECT_EQ(keys_in(record), (std::vector<std::string>{"a", "b"}));
 }
 
 // ---- the guard ----------------------------------------------------------------------------

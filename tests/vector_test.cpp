@@ -4,10 +4,17 @@
 
 #include "container_elements.h"
 
+#include <algorithm>
+#include <memory>
+#include <random>
 #include <string>
+#include <type_traits>
 #include <vector>
 
 using Quorvane::ErrorValue;
+using Quorvane::IContainer;
+using Quorvane::IObject;
+using Quorvane::IVector;
 using Quorvane::String;
 using Quorvane::Value;
 using Quorvane::Vector;
@@ -47,6 +54,22 @@ void expect_frame(Vector<T>& vector) {
     }
 }
 
+// A sequence of nothing, written against the interfaces alone, so that every slot of IContainer
+// and IVector has to be overridable with exactly its declared signature.
+class NoSequence final : public IVector {
+public:
+    unsigned long size() const override { return 0; }
+    bool empty() const override { return true; }
+    ErrorValue reserve(std::size_t) override { return Quorvane::HMI_E_SUCCESS; }
+    ErrorValue clear() override { return Quorvane::HMI_E_SUCCESS; }
+    IObject* add(const IObject&) override { return nullptr; }
+    IObject* add(std::size_t) override { return nullptr; }
+    IObject* add() override { return nullptr; }
+    IObject* get(std::size_t) override { return nullptr; }
+    ErrorValue remove(std::size_t) override { return Quorvane::HMI_E_ENTRY_NOT_FOUND; }
+    ErrorValue remove(std::size_t, std::size_t) override { return Quorvane::HMI_E_ENTRY_NOT_FOUND; }
+};
+
 template <class T>
 class VectorTest : public ::testing::Test {};
 
@@ -54,6 +77,24 @@ using container_elements::ElementTypes;
 TYPED_TEST_SUITE(VectorTest, ElementTypes);
 
 }  // namespace
+
+TEST(VectorInterface, EverySlotCanBeOverriddenWithItsSignature) {
+    static_assert(std::is_abstract<IVector>::value, "an interface");
+    static_assert(std::is_base_of<IContainer, IVector>::value, "a container");
+    static_assert(std::has_virtual_destructor<IContainer>::value, "destroyed through itself");
+    const std::unique_ptr<IContainer> container(new NoSequence);
+    EXPECT_EQ(container->size(), 0u);
+    EXPECT_TRUE(container->empty());
+    EXPECT_EQ(container->reserve(1), Quorvane::HMI_E_SUCCESS);
+    EXPECT_EQ(container->clear(), Quorvane::HMI_E_SUCCESS);
+}
+
+TEST(VectorHandle, IsNothingButThePointer) {
+    static_assert(sizeof(Vector<Value>) == sizeof(void*), "one pointer");
+    static_assert(sizeof(Vector<String>) == sizeof(void*), "one pointer");
+    static_assert(!std::is_polymorphic<Vector<Value>>::value, "no virtual destructor");
+    SUCCEED();
+}
 
 TYPED_TEST(VectorTest, EmptyVectorAnswersQuietly) {
     Vector<TypeParam> vector;
@@ -64,6 +105,8 @@ TYPED_TEST(VectorTest, EmptyVectorAnswersQuietly) {
     EXPECT_TRUE(vector.find(0) == vector.end());
     EXPECT_EQ(vector.remove(0), Quorvane::HMI_E_ENTRY_NOT_FOUND);
     EXPECT_EQ(vector.remove(0, 0), Quorvane::HMI_E_ENTRY_NOT_FOUND);
+    EXPECT_EQ(static_cast<int>(vector.remove(0)), 292);
+    EXPECT_EQ(static_cast<int>(vector.remove(0, 0)), 292);
     const Vector<TypeParam>& read_only = vector;
     EXPECT_EQ(read_only.get(0), nullptr);
     EXPECT_TRUE(read_only.begin() == read_only.end());
@@ -205,6 +248,23 @@ TYPED_TEST(VectorTest, RemoveWithAnEmptyIteratorHandleChangesNothing) {
     EXPECT_EQ(vector.size(), 2u);
 }
 
+TYPED_TEST(VectorTest, APositionOfAnotherVectorAppendsAndErasesNothing) {
+    Vector<TypeParam> vector = numbered<TypeParam>(2);
+    Vector<TypeParam> other = numbered<TypeParam>(3);
+    EXPECT_TRUE(vector.remove(other.begin()) == vector.end());
+    EXPECT_TRUE(vector.remove(other.find(1)) == vector.end());
+    EXPECT_EQ(labels(vector), (std::vector<std::string>{"0", "1"}));
+    VectorIterator<TypeParam> at = vector.insert(other.begin(), make<TypeParam>(7));
+    EXPECT_EQ(at - vector.begin(), 2);
+    at = vector.insert(VectorIterator<TypeParam>(), make<TypeParam>(8));
+    EXPECT_EQ(at - vector.begin(), 3);
+    EXPECT_EQ(label(*at), "8");
+    EXPECT_EQ(labels(vector), (std::vector<std::string>{"0", "1", "7", "8"}));
+    EXPECT_EQ(labels(other), (std::vector<std::string>{"0", "1", "2"}));
+    expect_frame(vector);
+    expect_frame(other);
+}
+
 TYPED_TEST(VectorTest, InsertPlacesBeforeThePosition) {
     Vector<TypeParam> vector = numbered<TypeParam>(2);
     VectorIterator<TypeParam> at = vector.insert(vector.begin(), make<TypeParam>(7));
@@ -261,6 +321,20 @@ TYPED_TEST(VectorTest, ClearEmptiesAndGivesSuccess) {
     expect_frame(vector);
     vector.add(make<TypeParam>(5));
     EXPECT_EQ(labels(vector), (std::vector<std::string>{"5"}));
+}
+
+TYPED_TEST(VectorTest, ClearKeepsTheCapacity) {
+    Vector<TypeParam> vector;
+    vector.reserve(50);
+    vector.add(make<TypeParam>(0));
+    vector.clear();
+    TypeParam* first = vector.add(make<TypeParam>(1));
+    for (int number = 2; number < 50; ++number) {
+        vector.add(make<TypeParam>(number));
+    }
+    // Within the capacity reserved before the clear nothing moved.
+    EXPECT_EQ(vector.get(0), first);
+    EXPECT_EQ(vector.size(), 49u);
 }
 
 TYPED_TEST(VectorTest, ReserveGrowsTheCapacity) {
@@ -333,5 +407,87 @@ TEST(VectorOfValues, RelocationKeepsNestedTreesIntact) {
     vector.remove(0, 32);
     for (int number = 0; number < 32; ++number) {
         EXPECT_EQ((*vector.get(number))["n"].get_int32(), number + 32);
+    }
+}
+
+TEST(VectorRobustness, RandomOperationsBehaveLikeAStandardVector) {
+    // Every index-taking and position-taking operation with indexes in and out of range, checked
+    // against std::vector after each step; -1 stands for a default element.
+    std::mt19937 random(4711);
+    Vector<Value> vector;
+    std::vector<int> model;
+    const auto number_of = [](const Value& item) { return item.isset() ? item.get_int32() : -1; };
+    for (int round = 0; round < 3000; ++round) {
+        const std::size_t size = model.size();
+        const std::size_t index = random() % (size + 3);
+        const std::size_t last = random() % (size + 3);
+        const int number = static_cast<int>(random() % 1000);
+        switch (random() % 9) {
+            case 0:
+                EXPECT_EQ(number_of(*vector.add(Value(number))), number);
+                model.push_back(number);
+                break;
+            case 1:
+                vector.add();
+                model.push_back(-1);
+                break;
+            case 2: {
+                const Value* found = vector.add(index);
+                if (index >= size) {
+                    model.push_back(-1);
+                }
+                EXPECT_EQ(found, vector.get(std::min(index, size)));
+                break;
+            }
+            case 3: {
+                const VectorIterator<Value> at = vector.insert(vector.find(index), Value(number));
+                const std::size_t place = std::min(index, size);
+                model.insert(model.begin() + static_cast<long>(place), number);
+                EXPECT_EQ(at - vector.begin(), static_cast<long>(place));
+                break;
+            }
+            case 4:
+                EXPECT_EQ(vector.remove(index),
+                          index < size ? Quorvane::HMI_E_SUCCESS : Quorvane::HMI_E_ENTRY_NOT_FOUND);
+                if (index < size) {
+                    model.erase(model.begin() + static_cast<long>(index));
+                }
+                break;
+            case 5: {
+                const bool refused = index > last || size == 0 || index > size;
+                EXPECT_EQ(vector.remove(index, last),
+                          refused ? Quorvane::HMI_E_ENTRY_NOT_FOUND : Quorvane::HMI_E_SUCCESS);
+                if (!refused && index < std::min(last, size)) {
+                    model.erase(model.begin() + static_cast<long>(index),
+                                model.begin() + static_cast<long>(std::min(last, size)));
+                }
+                break;
+            }
+            case 6: {
+                const VectorIterator<Value> next = vector.remove(vector.find(index));
+                if (index < size) {
+                    model.erase(model.begin() + static_cast<long>(index));
+                    EXPECT_EQ(next - vector.begin(), static_cast<long>(index));
+                } else {
+                    EXPECT_TRUE(next == vector.end());
+                }
+                break;
+            }
+            case 7:
+                EXPECT_EQ(vector.reserve(index * 4), Quorvane::HMI_E_SUCCESS);
+                break;
+            default:
+                if (random() % 20 == 0) {
+                    EXPECT_EQ(vector.clear(), Quorvane::HMI_E_SUCCESS);
+                    model.clear();
+                }
+                break;
+        }
+        ASSERT_EQ(vector.size(), model.size()) << "round " << round;
+        std::vector<int> seen;
+        for (VectorIterator<Value> at = vector.begin(); at != vector.end(); ++at) {
+            seen.push_back(number_of(*at));
+        }
+        ASSERT_EQ(seen, model) << "round " << round;
     }
 }

@@ -216,9 +216,10 @@ public:
     // Map iterators: the key under the iterator, valid while the element lives; throws
     // std::runtime_error("iterator not dereferrencable") at the end. Vector iterators: always
     // the empty text, never throws.
-    virtual const char* name() const = 0;
-    // Vector iterators move by `count` elements in either direction; map iterators take `count`
-    // steps in key order and ignore a count of 0 or below. Neither is bounded by the container.
+    virtual const char* name() = 0;
+    // Vector iterators move by `count` elements in either direction, unbounded by the vector (a
+    // place beyond either end must not be read). Map iterators take `count` steps in key order and
+    // ignore a count of 0 or below; a step beyond either end of the map is not taken.
     virtual void Next(long count) = 0;
     virtual void Prev(long count) = 0;
     // The element under the iterator; throws std::runtime_error("iterator not dereferrencable")
@@ -231,13 +232,16 @@ public:
     virtual ~IIterator();
 };
 
-// What every container answers. reserve and clear give an ErrorValue (0 on success).
+// What every container answers.
 class QUORVANE_API IContainer {
 public:
     // Constant time.
     virtual unsigned long size() const = 0;
     virtual bool empty() const = 0;
+    // A sequence grows its capacity and gives 0; a keyed collection has no capacity and gives
+    // HMI_E_NOT_IMPLEMENTED.
     virtual ErrorValue reserve(std::size_t count) = 0;
+    // Destroys every element; gives 0.
     virtual ErrorValue clear() = 0;
     virtual ~IContainer();
 };
@@ -295,10 +299,11 @@ class ConstIterator;
 //
 // Iterators of both containers: each handle owns one small implementation object, so every copy
 // (postfix ++/--, + and -, begin(), end(), find()) allocates once; prefix ++/-- does not. A
-// default-constructed handle holds nothing: it may only be assigned to, destroyed, or be the
-// left operand of == (which then gives false). Moving past either end is not detected.
-// Dereferencing at the end throws std::runtime_error("iterator not dereferrencable"), the one
-// exception of the object model.
+// default-constructed handle holds nothing: it may only be assigned to, destroyed, be the left
+// operand of == (which then gives false) or an operand of <, >, <= and >= (false). A vector
+// iterator moved past either end is not detected and must not be read; a map iterator does not
+// step beyond either end. Dereferencing at the end throws
+// std::runtime_error("iterator not dereferrencable"), the one exception of the object model.
 
 // Writable position in a Vector<T>, with random-access arithmetic.
 template <class T>
@@ -324,7 +329,7 @@ public:
     // Distance in elements, this position less the other's.
     long operator-(const VectorIterator& other) const;
 
-    // Order of the positions; false when `other` holds nothing.
+    // Order of the positions; false when either operand holds nothing.
     bool operator<(const VectorIterator& other) const;
     bool operator>(const VectorIterator& other) const;
     bool operator<=(const VectorIterator& other) const;
@@ -409,7 +414,8 @@ public:
     Iterator& operator--();
     Iterator operator--(int);
 
-    // Takes `count` steps and reads the element there; the iterator stays moved.
+    // Takes `count` steps and reads the element there; the iterator stays moved. A count that
+    // reads as negative takes no step.
     T& operator[](std::size_t count);
     T* operator->() const;
     T& operator*() const;
@@ -450,6 +456,7 @@ public:
     const T* operator->() const;
     const T& operator*() const;
 
+    // The key under the iterator, valid while the element lives; throws at the end.
     const char* name() const;
 
 private:
@@ -462,7 +469,8 @@ private:
 
 // An ordered sequence of T held by value; copies are deep. Any growth, reserve or erase
 // invalidates outstanding iterators and element pointers (not detected); a fresh begin() or
-// end() is always right. After cleanup() only create() and cleanup() are allowed.
+// end() is always right. After cleanup() only create(), cleanup() and remove(position), which
+// then erases nothing and gives an empty handle, are allowed.
 template <class T>
 class QUORVANE_API Vector {
 public:
@@ -486,8 +494,8 @@ public:
     ConstVectorIterator<T> begin() const;
     ConstVectorIterator<T> end() const;
 
-    // Inserts a copy of `item` before `position` (the end position appends) and returns an
-    // iterator on it.
+    // Inserts a copy of `item` before `position` and returns an iterator on it. The end
+    // position appends, and so do an empty handle and a position of another vector.
     VectorIterator<T> insert(const VectorIterator<T>& position, const T& item);
     // The element at `index`, or the end position when `index` is not below the size.
     VectorIterator<T> find(std::size_t index);
@@ -511,7 +519,8 @@ public:
     // and gives 0.
     ErrorValue remove(std::size_t first, std::size_t last);
     // Erases the element under `position` and gives an iterator on the one that followed. At
-    // the end position, or on an empty vector, nothing is erased and the end is returned.
+    // the end position, on an empty vector, and for an empty handle or a position of another
+    // vector, nothing is erased and the end is returned.
     VectorIterator<T> remove(const VectorIterator<T>& position);
     // Destroys every element and keeps the capacity; gives 0.
     ErrorValue clear();
@@ -525,8 +534,9 @@ private:
 // Elements of T under unique, case-sensitive text keys, kept and walked in plain byte order of
 // the keys ("B" before "a"); copies are deep. Lookups by key take logarithmic time and make no
 // temporary text. Iterators and element pointers stay valid until their own element is erased;
-// clear() invalidates all of them. After cleanup() only create() and cleanup() are allowed.
-// A null key to find, get, remove, insert or insert_or_update ends the process.
+// clear() invalidates all of them. After cleanup() only create(), cleanup() and
+// remove(position), which then erases nothing and gives an empty handle, are allowed. A null key to
+// find, get, remove, insert or insert_or_update ends the process.
 template <class T>
 class QUORVANE_API Map {
 public:
@@ -565,8 +575,9 @@ public:
 
     // HMI_E_ENTRY_NOT_FOUND when `key` is missing.
     ErrorValue remove(const char* key);
-    // Erases the element under `position` and gives an iterator on the next one in key order;
-    // at the end position, or on an empty map, the end is returned.
+    // Erases the element under `position` and gives an iterator on the next one in key order.
+    // At the end position, on an empty map, and for an empty handle or a position of another
+    // map, nothing is erased and the end is returned.
     Iterator<T> remove(const Iterator<T>& position);
     // Destroys every element; gives 0.
     ErrorValue clear();
@@ -706,6 +717,9 @@ public:
     Vector<Value>* get_vector();
     const Vector<Value>* get_vector() const;
 
+    // An element found by the operators [] stays valid as long as its container keeps it: in a
+    // Vector until the vector grows or erases, in a Map or Struct until the element is erased.
+    //
     // Vector: the element at `index`; anything else the shared empty value. No allocation.
     Value& operator[](unsigned long index);
     const Value& operator[](unsigned long index) const;
@@ -726,7 +740,8 @@ public:
 
     // Null becomes Struct first. Map or Struct: adds a copy of `item` under `key` unless the key
     // exists, which keeps its element; the iterator stands on the element of `key`. Other kinds
-    // and the shared empty value: the end of an always-empty map, equal to end().
+    // and the shared empty value: the end of an always-empty map, equal to end(). A null key
+    // ends the process unless the value is of another kind or the shared empty value.
     Iterator<Value> insert(const char* key, const Value& item);
     Iterator<Value> insert(const char* key, const char* item);
     // As insert, but an existing element is overwritten.
@@ -753,9 +768,11 @@ public:
     // and the shared empty value: HMI_E_INVALID_TYPE.
     ErrorValue remove(unsigned long index);
     ErrorValue remove(unsigned long first, unsigned long last);
-    // Map or Struct: erases the element and gives the next one in key order. Otherwise end().
+    // Map or Struct: erases the element and gives the next one in key order (see Map::remove).
+    // Otherwise end().
     Iterator<Value> remove(const Iterator<Value>& position);
-    // Vector: erases the element and gives the one that followed. Otherwise end_vector().
+    // Vector: erases the element and gives the one that followed (see Vector::remove).
+    // Otherwise end_vector().
     VectorIterator<Value> remove(const VectorIterator<Value>& position);
     // Map, Struct, Vector: removes every entry; Binary: drops the bytes. The kind stays. Other
     // kinds (String included) and the shared empty value: nothing.
@@ -770,9 +787,10 @@ public:
     // Binary or an Int 0 is not empty. True for the shared empty value.
     bool empty() const;
 
-    // Map or Struct: its iterators and key lookup (find gives end() on a miss). Every other
-    // kind, an Any included, and the shared empty value: the end of an always-empty map, so
-    // begin() == end() and a loop ends at once. Each call allocates one iterator.
+    // Map or Struct: its iterators and key lookup (find gives end() on a miss; a null key ends
+    // the process). Every other kind, an Any included, and the shared empty value: the end of
+    // an always-empty map, so begin() == end() and a loop ends at once. Each call allocates one
+    // iterator.
     Iterator<Value> begin();
     Iterator<Value> end();
     ConstIterator<Value> begin() const;

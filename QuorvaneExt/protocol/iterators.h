@@ -45,7 +45,7 @@ class VectorIteratorBase : public IIterator {
 public:
     VectorIteratorBase(VectorImpl<T>* owner, T* at) : container(owner), position(at) {}
 
-    const char* name() const override { return ""; }
+    const char* name() override { return ""; }
     void Next(long count) override { position = moved(position, count); }
     void Prev(long count) override {
         position = moved(position, static_cast<long>(0UL - static_cast<unsigned long>(count)));
@@ -107,14 +107,17 @@ public:
 
     MapIteratorBase(Position at, MapImpl<T>* owner) : position(at), container(owner) {}
 
-    const char* name() const override { return node().first.c_str(); }
+    const char* name() override { return node().first.c_str(); }
+    // A tree has no place beyond its ends: a step on from the end can run in circles, and a step
+    // back in an empty tree reads through a null link. Such a step is not taken, which also ends
+    // a walk with a huge count once it reaches an end.
     void Next(long count) override {
-        for (long step = 0; step < count; ++step) {
+        for (long step = 0; step < count && position != container->elements.end(); ++step) {
             ++position;
         }
     }
     void Prev(long count) override {
-        for (long step = 0; step < count; ++step) {
+        for (long step = 0; step < count && position != container->elements.begin(); ++step) {
             --position;
         }
     }

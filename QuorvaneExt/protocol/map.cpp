@@ -131,7 +131,7 @@ Iterator<T> Map<T>::remove(const Iterator<T>& position) {
         return Iterator<T>();
     }
     MapImpl<T>& impl = impl_of<T>(impl_);
-    if (impl.elements.empty() || position.impl_ == nullptr || position == impl.end_iterator) {
+    if (impl.elements.empty() || !impl.owns(position.impl_) || position == impl.end_iterator) {
         return impl.end_iterator;
     }
     return impl.iterator_at(impl.erase(MapImpl<T>::position_of(position.impl_)));
@@ -147,8 +147,8 @@ ErrorValue Map<T>::reserve(std::size_t count) {
     return impl_->reserve(count);
 }
 
-#define QUORVANE_INSTANTIATE_MAP(T) \
-    template class QUORVANE_API Map<T>;          \
+#define QUORVANE_INSTANTIATE_MAP(T)     \
+    template class QUORVANE_API Map<T>; \
     template class MapImpl<T>;
 
 QUORVANE_FOR_EACH_ELEMENT_TYPE(QUORVANE_INSTANTIATE_MAP)

@@ -98,6 +98,13 @@ public:
         return static_cast<const MapIteratorBase<T>*>(iterator)->position;
     }
 
+    // Whether `iterator` walks this map. Erasing through a position of another tree would unlink
+    // its node from the wrong one; an empty handle walks nothing.
+    bool owns(const IIterator* iterator) const {
+        return iterator != nullptr &&
+               static_cast<const MapIteratorBase<T>*>(iterator)->container == this;
+    }
+
     Iterator<T> begin_iterator;
     Iterator<T> end_iterator;
     MapElements<T> elements;

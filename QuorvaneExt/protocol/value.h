@@ -88,6 +88,8 @@ public:
 
 private:
     bool holds(Alternative alternative) const { return data.index() == alternative; }
+    template <Alternative Kind, class Container>
+    void replace_with(const Container& container);
 };
 
 }  // namespace Quorvane

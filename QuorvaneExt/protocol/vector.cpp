@@ -155,8 +155,8 @@ ErrorValue Vector<T>::reserve(std::size_t count) {
     return impl_->reserve(count);
 }
 
-#define QUORVANE_INSTANTIATE_VECTOR(T) \
-    template class QUORVANE_API Vector<T>;          \
+#define QUORVANE_INSTANTIATE_VECTOR(T)     \
+    template class QUORVANE_API Vector<T>; \
     template class VectorImpl<T>;
 
 QUORVANE_FOR_EACH_ELEMENT_TYPE(QUORVANE_INSTANTIATE_VECTOR)
