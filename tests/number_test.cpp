@@ -19,42 +19,14 @@
 #include <string>
 #include <vector>
 
+#include "allocation_count.h"
+
 using namespace Quorvane::Algorithm;
 using Quorvane::ErrorValue;
-
-// Counts allocations of the current thread, so that the lean integer path can be held to its
-// promise of at most one allocation and no stream. Kept out of line so that the compiler does not
-// pair an inlined free with the new expressions it sees.
-namespace {
-thread_local std::size_t allocation_count = 0;
-}
-
-__attribute__((noinline)) void* operator new(std::size_t size) {
-    ++allocation_count;
-    if (void* memory = std::malloc(size == 0 ? 1 : size)) {
-        return memory;
-    }
-    throw std::bad_alloc();
-}
-
-__attribute__((noinline)) void operator delete(void* memory) noexcept {
-    std::free(memory);
-}
-
-__attribute__((noinline)) void operator delete(void* memory, std::size_t) noexcept {
-    std::free(memory);
-}
 
 namespace {
 
 enum class Scoped : std::int64_t { Low = -9223372036854775807LL - 1 };
-
-template <class Function>
-std::size_t allocations_of(Function function) {
-    const std::size_t before = allocation_count;
-    function();
-    return allocation_count - before;
-}
 
 std::string printf_signed(long long value) {
     char buffer[32];
@@ -314,17 +286,17 @@ TEST(NumberToString, ThirtyTwoBitRangeOfLongIgnoresTheLocale) {
 }
 
 TEST(NumberToString, IntegerOverloadsAllocateAtMostOnce) {
-    EXPECT_EQ(allocations_of([] { to_string(static_cast<signed char>(-128)); }), 0U);
-    EXPECT_EQ(allocations_of([] { to_string(static_cast<unsigned char>(255)); }), 0U);
-    EXPECT_LE(allocations_of([] { to_string(static_cast<short>(-32768)); }), 1U);
-    EXPECT_LE(allocations_of([] { to_string(static_cast<unsigned short>(65535)); }), 1U);
-    EXPECT_LE(allocations_of([] { to_string(INT_MIN); }), 1U);
-    EXPECT_LE(allocations_of([] { to_string(UINT_MAX); }), 1U);
-    EXPECT_LE(allocations_of([] { to_string(-2147483648L); }), 1U);
-    EXPECT_LE(allocations_of([] { to_string(4294967295L); }), 1U);
-    EXPECT_LE(allocations_of([] { to_string(4294967295UL); }), 1U);
-    EXPECT_LE(allocations_of([] { faststr(ULLONG_MAX); }), 1U);
-    EXPECT_LE(allocations_of([] { faststr(LONG_MIN); }), 1U);
+    EXPECT_EQ(allocation_count::of([] { to_string(static_cast<signed char>(-128)); }), 0U);
+    EXPECT_EQ(allocation_count::of([] { to_string(static_cast<unsigned char>(255)); }), 0U);
+    EXPECT_LE(allocation_count::of([] { to_string(static_cast<short>(-32768)); }), 1U);
+    EXPECT_LE(allocation_count::of([] { to_string(static_cast<unsigned short>(65535)); }), 1U);
+    EXPECT_LE(allocation_count::of([] { to_string(INT_MIN); }), 1U);
+    EXPECT_LE(allocation_count::of([] { to_string(UINT_MAX); }), 1U);
+    EXPECT_LE(allocation_count::of([] { to_string(-2147483648L); }), 1U);
+    EXPECT_LE(allocation_count::of([] { to_string(4294967295L); }), 1U);
+    EXPECT_LE(allocation_count::of([] { to_string(4294967295UL); }), 1U);
+    EXPECT_LE(allocation_count::of([] { faststr(ULLONG_MAX); }), 1U);
+    EXPECT_LE(allocation_count::of([] { faststr(LONG_MIN); }), 1U);
 }
 
 TEST(Faststr, WritesUnsignedValuesLikePrintf) {
