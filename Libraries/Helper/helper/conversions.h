@@ -85,8 +85,8 @@ QUORVANE_API std::string ns_to_duration_iso(long ns);
 //   or the second ("T12.5" is 12:00:00.5), in basic form directly after the seconds. The seventh
 //   digit is the last kept; an eighth of 5 or more rounds up, and further digits are skipped;
 // - "Z" as the last character, or a zone "+hh", "-hh", "+hh:mm", "+hhmm" up to 14:00. In basic
-//   form a zone may only follow a fraction of one to six digits, and the byte that ends that
-//   fraction, whatever it is, counts as "-" (the offset is added).
+//   form a zone may only follow a fraction of one to six digits, and any byte but Z that ends
+//   that fraction, "+" too, is taken as the sign "-" (the offset is added).
 // The zone is applied to hour and minute, which may then leave their range. The range is judged
 // field by field, year down to fraction, on those shifted fields: before
 // 1677-09-21T00:12:43.1452242 out is -9223372036854775800, from 2262-04-11T23:47:16.8547759 on
