@@ -181,6 +181,52 @@ TEST(Calendar, TakesExtremeArgumentsWithoutOverflow) {
     EXPECT_EQ(calculate_days(year, month, day), INT_MIN);
 }
 
+TEST(Calendar, AgreesWithADayByDayWalkAcrossYearZero) {
+    // An independent calendar: the date moved one day at a time from the epoch, by the month
+    // lengths alone, some 3300 years each way.
+    const auto month_length = [](int year, int month) {
+        const bool leap = year % 4 == 0 && (year % 100 != 0 || year % 400 == 0);
+        const int lengths[] = {31, leap ? 29 : 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
+        return lengths[month - 1];
+    };
+    for (const int step : {1, -1}) {
+        int year = 1970, month = 1, day = 1;
+        for (int day_count = 0; day_count != step * 1200000; day_count += step) {
+            ASSERT_EQ(calculate_days(year, month, day), day_count) << year << '-' << month;
+            int split = day_count;
+            ASSERT_EQ(calculate_year_and_month(split), std::make_pair(year, month)) << day_count;
+            ASSERT_EQ(split, day) << day_count;
+            day += step;
+            if (day > month_length(year, month)) {
+                day = 1;
+                month = month % 12 + 1;
+                year += month == 1 ? 1 : 0;
+            } else if (day < 1) {
+                month = month == 1 ? 12 : month - 1;
+                year -= month == 12 ? 1 : 0;
+                day = month_length(year, month);
+            }
+        }
+    }
+}
+
+TEST(CalculateDays, CountsDaysOutsideTheMonthOnArithmetically) {
+    const struct {
+        int year, month, day;
+        int same_year, same_month, same_day;
+    } rows[] = {
+        {2024, 3, 0, 2024, 2, 29},  {2023, 3, 0, 2023, 2, 28},  {2024, 1, 0, 2023, 12, 31},
+        {2023, 1, 32, 2023, 2, 1},  {2023, 2, 29, 2023, 3, 1},  {2024, 2, 30, 2024, 3, 1},
+        {2024, 4, 31, 2024, 5, 1},  {2024, 12, 32, 2025, 1, 1}, {2024, 3, -1, 2024, 2, 28},
+        {1970, 1, 0, 1969, 12, 31}, {1970, 1, 366, 1971, 1, 1}, {0, 3, 0, 0, 2, 29},
+    };
+    for (const auto& row : rows) {
+        EXPECT_EQ(calculate_days(row.year, row.month, row.day),
+                  calculate_days(row.same_year, row.same_month, row.same_day))
+            << row.year << '-' << row.month << '-' << row.day;
+    }
+}
+
 TEST(CalculateDaysInMonth, GivesThirtyOneForEveryMonthOutsideTheNamedOnes) {
     const int common[] = {31, 31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31, 31, 31};
     const int leap[] = {31, 31, 29, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31, 31, 31};
@@ -436,6 +482,39 @@ TEST(NsToDurationIso, OmitsZeroFieldsAndStripsTheSeconds) {
     }
 }
 
+TEST(NsToDurationIso, WritesEachCombinationOfDaysHoursMinutesAndSecondsWithEitherSign) {
+    const long d = 2 * ns_per_day, h = 3 * ns_per_hour, m = 4 * ns_per_minute, s = 5250000000L;
+    const struct {
+        long ns;
+        const char* text;
+    } rows[] = {
+        {s, "PT5.25S"},
+        {m, "PT4M"},
+        {m + s, "PT4M5.25S"},
+        {h, "PT3H"},
+        {h + s, "PT3H5.25S"},
+        {h + m, "PT3H4M"},
+        {h + m + s, "PT3H4M5.25S"},
+        {d, "P2D"},
+        {d + s, "P2DT5.25S"},
+        {d + m, "P2DT4M"},
+        {d + m + s, "P2DT4M5.25S"},
+        {d + h, "P2DT3H"},
+        {d + h + s, "P2DT3H5.25S"},
+        {d + h + m, "P2DT3H4M"},
+        {d + h + m + s, "P2DT3H4M5.25S"},
+        {10, "PT0.00000001S"},
+        {999999999, "PT0.999999999S"},
+        {ns_per_minute + 1, "PT1M0.000000001S"},
+        {123456789012L, "PT2M3.456789012S"},
+        {23 * ns_per_hour + 59 * ns_per_minute + 59999999999L, "PT23H59M59.999999999S"},
+    };
+    for (const auto& row : rows) {
+        EXPECT_EQ(ns_to_duration_iso(row.ns), row.text) << row.ns;
+        EXPECT_EQ(ns_to_duration_iso(-row.ns), std::string("-") + row.text) << -row.ns;
+    }
+}
+
 TEST(NsToDurationIso, IsReadBackExactly) {
     for (long ns : pseudo_random_instants(20000)) {
         long out = untouched;
@@ -596,6 +675,43 @@ TEST(TryIsoToNs, RejectsAZoneInTheBasicFormExceptAfterAShortFraction) {
     expect_rejected(texts, std::size(texts));
 }
 
+TEST(TryIsoToNs, StopsAFractionOfEveryLengthByWhatItsModeAllows) {
+    // The digits of "12345678" cut to a length; eight digits round the seventh up.
+    const long ticks[] = {0,       1000000, 1200000, 1230000, 1234000,
+                          1234500, 1234560, 1234567, 1234568};
+    const long noon = s_2024_03_01 + 12 * 3600;
+    for (std::size_t length = 1; length <= 8; ++length) {
+        const std::string digits = std::string("12345678").substr(0, length);
+        const long fraction_ns = ticks[length] * 100;
+        const long plain = at(noon, fraction_ns);
+        for (const std::string prefix : {"2024-03-01T12:00:00.", "20240301T120000"}) {
+            const bool extended = prefix[4] == '-';
+            const bool short_fraction = length < 7;
+            const struct {
+                const char* stop;
+                bool accepted;
+                long ns;
+            } rows[] = {
+                {"", true, plain},
+                {"Z", true, plain},
+                {"+01", extended || short_fraction,
+                 at(noon + (extended ? -3600 : 3600), fraction_ns)},
+                {"-01", extended || short_fraction, at(noon + 3600, fraction_ns)},
+                {":01", !extended && short_fraction, at(noon + 3600, fraction_ns)},
+                {"x01", !extended && short_fraction, at(noon + 3600, fraction_ns)},
+                {"Z01", false, 0},
+                {".5", false, 0},
+            };
+            for (const auto& row : rows) {
+                const std::string text = prefix + digits + row.stop;
+                long out = untouched;
+                EXPECT_EQ(try_iso_to_ns(text.c_str(), out), row.accepted) << text;
+                EXPECT_EQ(out, row.accepted ? row.ns : untouched) << text;
+            }
+        }
+    }
+}
+
 TEST(TryIsoToNs, RoundsAtTheEighthFractionalDigit) {
     const Accepted rows[] = {
         {"1970-01-01T00:00:00.00000005Z", 100},
@@ -616,7 +732,40 @@ TEST(TryIsoToNs, RoundsAtTheEighthFractionalDigit) {
     const char* const texts[] = {
         "2024-02-29T23:59:60.00000005Z",
         "2024-02-29T24:00:00.00000005Z",
+        "20240229T23596000000005",
+        "20240229T24000000000005Z",
     };
+    expect_rejected(texts, std::size(texts));
+    const Accepted basic_rows[] = {
+        {"20240229T23596000000004", at(s_2024_03_01)},
+        {"20240229T24000000000001Z", at(s_2024_03_01)},
+    };
+    expect_accepted(basic_rows, std::size(basic_rows));
+}
+
+TEST(TryIsoToNs, CarriesLeapSecondsEndsOfDayAndZonesAcrossDaysMonthsAndYears) {
+    constexpr long s_2023_01_01 = 1672531200L;
+    constexpr long s_2023_03_01 = 1677628800L;
+    constexpr long s_2024_01_01 = 1704067200L;
+    constexpr long s_2025_01_01 = 1735689600L;
+    const Accepted rows[] = {
+        {"2023-12-31T23:59:60Z", at(s_2024_01_01)},
+        {"2022-12-31T24:00:00Z", at(s_2023_01_01)},
+        {"2024-12-31T24:00Z", at(s_2025_01_01)},
+        {"20241231T24Z", at(s_2025_01_01)},
+        {"2024-02-28T24:00", at(s_2024_02_29)},
+        {"2023-02-28T24", at(s_2023_03_01)},
+        {"2023-02-28T23:59:60", at(s_2023_03_01)},
+        {"2024-01-01T00:30:00+01:00", at(s_2024_01_01 - 1800)},
+        {"2023-12-31T23:30:00-01:00", at(s_2024_01_01 + 1800)},
+        {"2024-03-01T00:00:00+14:00", at(s_2024_03_01 - 14 * 3600)},
+        {"2024-02-29T23:59:60.0-14:00", at(s_2024_03_01 + 14 * 3600)},
+        {"2024-12-31T24:00-00:01", at(s_2025_01_01 + 60)},
+        {"2024-03-01T00:00:00.5+00:01", at(s_2024_03_01 - 60, 500000000)},
+    };
+    expect_accepted(rows, std::size(rows));
+    const char* const texts[] = {"20240301T2400001", "20240301T2359601", "20240301T240001",
+                                 "20240301T2359601Z"};
     expect_rejected(texts, std::size(texts));
 }
 
@@ -767,6 +916,20 @@ TEST(TryIsoToNs, AcceptsOnlyTheNamedSeparators) {
         "2024-03-01T12:00:00+01:",
         "2024-03-01T12:00:00+1",
         "2024-03-01T12:00:00+01:0",
+        "2024-03-01+01:00",
+        "2024-03-01-01",
+        "2024-03-0112",
+        "2024-03-01:12",
+        "2024-03-01.5",
+        "20240301Z",
+        "20240301+01",
+        "20240301-01",
+        "2024-03-01T12:00:00+01:00\xff",
+        "2024\xff"
+        "03-01",
+        "2024-03-01T12:00:00\xc3\xa4",
+        "\xef\xbc\x92"
+        "024-03-01",
     };
     expect_rejected(texts, std::size(texts));
 }
@@ -828,13 +991,25 @@ TEST(TryIsoToNs, SaturatesAtBothBoundsWithoutFailing) {
 
 TEST(TryIsoToNs, JudgesTheRangeOnTheShiftedFields) {
     const Accepted rows[] = {
-        // The zone moves the hour below the lower bound's hour, although the instant lies
-        // inside the range.
+        // The zone moves the hour below the lower bound's hour.
         {"1677-09-21T00:30:00+01:00", smallest_instant},
         {"1677-09-21T01:30:00+01:00",
          smallest_instant + (17 * 60 + 16) * ns_per_second + 854775800},
         {"2262-04-11T22:47:16.8547759-01:00", largest_instant},
         {"2262-04-11T23:47:16.8547758-00:00", largest_instant},
+        // The day lies beyond a bound while the zone brings the instant back inside the range:
+        // the fields decide, and the text saturates all the same.
+        {"1677-09-20T23:59:00-01:00", smallest_instant},
+        {"1677-09-20T23:30-14:00", smallest_instant},
+        {"1677-08-31T24:00", smallest_instant},
+        {"2262-04-12T00:30:00+01:00", largest_instant},
+        {"2262-04-12T00:00:00.5+14:00", largest_instant},
+        {"2262-05-01T00:00+14", largest_instant},
+        {"2263-01-01T00:00+14:00", largest_instant},
+        // Inside both bounds as fields, next to them as instants.
+        {"1677-09-21T14:12:43.1452242-14:00", smallest_instant + 28 * ns_per_hour},
+        {"2262-04-11T00:00+14:00",
+         largest_instant - ((37 * 60 + 47) * 60 + 16) * ns_per_second - 854775800},
         // Clock fields pushed past their range by the zone, beyond the bound as an instant.
         {"2262-04-11T21:59:59.9999999-01:59", largest_instant},
         {"1677-09-21T02:00:00+01:59", smallest_instant},
@@ -900,6 +1075,26 @@ TEST(TryDurationIsoToNs, ReadsTheStatedTexts) {
         {"PT0.1S2S3S", 123000000L},
         {"P106751DT23H47M16.854775807S", LONG_MAX},
         {"-P106751DT23H47M16.854775808S", LONG_MIN},
+        {"-P1W", -7 * ns_per_day},
+        {"P1Y1H", 31557600000000000L + ns_per_hour},
+        {"P1Y2M", 31557600000000000L + 2 * 2629800000000000L},
+        {"P1M1D", 2629800000000000L + ns_per_day},
+        {"PT1H1M1S", ns_per_hour + ns_per_minute + ns_per_second},
+        {"PT1M1S", ns_per_minute + ns_per_second},
+        {"P1Y1M1DT1H1M1S", 31557600000000000L + 2629800000000000L + ns_per_day + ns_per_hour +
+                               ns_per_minute + ns_per_second},
+        {"P0Y0M0DT0H0M0S", 0},
+        {"P007D", 7 * ns_per_day},
+        {"P1D5T1H", ns_per_day + ns_per_hour},
+        {"PT0.5S", 500000000L},
+        {"PT0,5S", 500000000L},
+        {"P1DT1,000000001S", ns_per_day + ns_per_second + 1},
+        {"-PT0.000000001S", -1},
+        {"PT1.5S0S", 1500000000L},
+        {"PT1.000000009S9S", 1000000009L},
+        // Whole seconds leave the limit at one second, where a fraction may still begin; its
+        // digits in front of the point give the seconds anew.
+        {"PT1S2.5S", 2500000000L},
     };
     for (const auto& row : rows) {
         long out = untouched;
@@ -977,11 +1172,49 @@ TEST(TryDurationIsoToNs, RejectsTheStatedAndOtherBadTexts) {
         "PT1H-",
         "P-1D",
         "P+1D",
+        "P1M1W",
+        "P1D1W",
+        "P1Y1M1W",
+        "P1WT1H",
+        "P1WT",
+        "P1W1",
+        "-P1W1D",
+        "P1.5S",
+        "P1,5S",
+        "PT1H.5S",
+        "PT1M,5S",
+        "PT1S.5S",
+        "PT1.5S1.5S",
+        "PT1.5S1,5S",
+        "P1Y2Y",
+        "P1M2M",
+        "P1DT1H1H",
+        "P1YT",
+        "PT1M1M",
+        "PT1.5SZ",
+        "P1DZ",
+        "PT1.",
+        "PT1,",
+        "P1DT1.",
+        "-PT1.",
+        "PT1H1M1.",
     };
     for (const char* text : texts) {
         long out = untouched;
         EXPECT_FALSE(try_duration_iso_to_ns(text, out)) << text;
         EXPECT_EQ(out, untouched) << text;
+    }
+}
+
+TEST(TryDurationIsoToNs, RejectsAnEmbeddedNul) {
+    for (const std::string& text : {std::string("P1D\0", 4),
+                                    std::string("P\0"
+                                                "1D",
+                                                4),
+                                    std::string("PT1.5\0S", 7), std::string("\0P1D", 4)}) {
+        long out = untouched;
+        EXPECT_FALSE(try_duration_iso_to_ns(text, out)) << text.size();
+        EXPECT_EQ(out, untouched);
     }
 }
 
@@ -995,6 +1228,10 @@ TEST(TryDurationIsoToNs, WrapsOversizedNumbersSilently) {
         {"P213503982334601D", 18446718857709551616ULL},
         {"PT9223372036854775808S", 9223372036854775808ULL * 1000000000ULL},
         {"P99999999999999999999Y", 7766279631452241919ULL * 31557600000000000ULL},
+        // Numbers that fit, whose sum in nanoseconds passes the largest signed value.
+        {"P300Y", 9467280000000000000ULL},
+        {"P200Y36500D", 9465120000000000000ULL},
+        {"-P300Y", 0 - 9467280000000000000ULL},
     };
     for (const auto& row : rows) {
         long out = untouched;
@@ -1027,6 +1264,11 @@ TEST(IsoToNs, ReturnsTheInstantOrThrowsInvalidArgument) {
         expect_runtime_error([text] { iso_to_ns(std::string(text)); }, "invalid argument");
     }
     expect_runtime_error([] { iso_to_ns(nullptr); }, "invalid argument");
+    // A duration that fails on the way through the date-time reader still reports as a time.
+    for (const char* text : {"P1S", "PT1.S", "PT", "P1W2D"}) {
+        expect_runtime_error([text] { iso_to_ns(text); }, "invalid argument");
+    }
+    EXPECT_EQ(iso_to_ns("0001-01-01"), smallest_instant);
 }
 
 TEST(IsoToNs, StringFormReadsUpToTheFirstNul) {
@@ -1036,9 +1278,13 @@ TEST(IsoToNs, StringFormReadsUpToTheFirstNul) {
 TEST(DurationIsoToNs, ReturnsTheDurationOrThrowsInvalidIsoDurationFormat) {
     EXPECT_EQ(duration_iso_to_ns("PT1.5S"), 1500000000L);
     EXPECT_EQ(duration_iso_to_ns("-P1D"), -ns_per_day);
-    for (const char* text : {"", "P", "PT", "P1", "2024-02-29", "PT1.S"}) {
+    EXPECT_EQ(duration_iso_to_ns("-PT0S"), 0);
+    EXPECT_EQ(duration_iso_to_ns("P1H"), ns_per_hour);
+    for (const char* text : {"", "P", "PT", "P1", "2024-02-29", "PT1.S", "P1S", "+P1D", "P1W2D"}) {
         expect_runtime_error([text] { duration_iso_to_ns(text); }, "invalid iso duration format");
     }
+    expect_runtime_error([] { duration_iso_to_ns(std::string("P1D\0", 4)); },
+                         "invalid iso duration format");
 }
 
 // ---------------------------------------------------------------------------------------------

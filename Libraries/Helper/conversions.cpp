@@ -483,7 +483,7 @@ bool try_iso_to_ns(const char* text, long& out) {
             return false;
         }
     }
-    // 24:00:00 closes the day, and nothing may follow it.
+    // Hour 24 stands for the end of the day: minute, second and fraction must all be 0.
     const bool end_of_day = hour == 24;
     if (state == Iso::minute) {
         if (!read_digits<2>(p, minute) || minute > (end_of_day ? 0 : 59) ||
@@ -680,10 +680,9 @@ bool try_duration_iso_to_ns(const std::string& text, long& out) {
                 break;
             case 'S':
                 if (in_fraction) {
-                    // Digits after a closed fraction and another S extend the same fraction.
-                    if (limit != fraction_limit) {
-                        return false;
-                    }
+                    // The point left the limit below every other unit, so S is all that can
+                    // follow its digits. Digits after a closed fraction and another S extend the
+                    // same fraction.
                     fraction_open = false;
                 } else if (!after_t || !take_unit(seconds, ns_per_second)) {
                     return false;

@@ -59,29 +59,54 @@ QUORVANE_API std::string iso_template_string_with_ticks(long ticks);
 QUORVANE_API bool validate_ticks(int ticks, int hour, int second);
 
 // Date-time text in UTC of ns since the epoch, "2024-02-29T12:00:00.5Z": 20 to 28 characters,
-// always ending in Z, with the fraction truncated toward zero to 100 ns and written without
-// trailing zeros. Values beyond +-9223372036854775800 give the texts of those bounds. Never
-// fails; one allocation, no formatted output.
+// always ending in Z, with up to seven fractional digits and no trailing zeros. ns is first cut
+// toward zero to whole 100 ns ticks, so -99 to 99 ns write the epoch and -100 to -199 ns write
+// 1969-12-31T23:59:59.9999999Z. Values above 9223372036854775800 give
+// "2262-04-11T23:47:16.8547758Z", values below -9223372036854775800
+// "1677-09-21T00:12:43.1452242Z". Never fails; one allocation, no formatted output.
 QUORVANE_API std::string ns_to_iso(long ns);
 
-// Duration text of ns, "-P1DT2H3M4.5S": days, hours and minutes when not 0, seconds with up to
-// ten decimals (trailing zeros removed) when above 0; 0 is "PT0S". Weeks, months and years are
-// never written. Numbers go through a text stream and so follow the global locale. Never fails.
+// Duration text of ns, "-P1DT2H3M4.5S": a leading "-" for a negative ns, then days, hours and
+// minutes when not 0, and seconds with up to ten decimals (trailing zeros removed) when above 0;
+// T is written only before hours, minutes or seconds, and 0 is "PT0S". The most negative value
+// is written by its magnitude. Weeks, months and years are never written. Numbers go through a
+// text stream and so follow the global locale. Never fails.
 QUORVANE_API std::string ns_to_duration_iso(long ns);
 
-// Parses a date-time of the ISO 8601 subset this library reads, in extended ("2024-02-29T12:00Z")
-// or basic ("20240229T1200Z") form, with an optional fraction and zone; a text starting with P is
-// read as a duration by try_duration_iso_to_ns instead. Times before 1677-09-21T00:12:43.1452242
-// and from 2262-04-11T23:47:16.8547759 on saturate to -+9223372036854775800 and still succeed.
+// Parses a date-time of the ISO 8601 subset this library reads into ns since the epoch. A text
+// starting with P is read as a duration by try_duration_iso_to_ns instead ("-P..." fails).
+//
+// The date is "YYYY-MM-DD" (extended) or "YYYYMMDD" (basic), complete on its own; the year has
+// four digits and no sign. After it may come "T" and the clock, in the same form:
+// - extended "hh[:mm[:ss]]", basic "hh[mm[ss]]". Hour 24 takes only zero minutes, seconds and
+//   fraction, and second 60 (a leap second) only a zero fraction; each counts on into the next
+//   day or minute;
+// - a fraction of the second, in extended form after "." or "," following the hour, the minute
+//   or the second ("T12.5" is 12:00:00.5), in basic form directly after the seconds. The seventh
+//   digit is the last kept; an eighth of 5 or more rounds up, and further digits are skipped;
+// - "Z" as the last character, or a zone "+hh", "-hh", "+hh:mm", "+hhmm" up to 14:00. In basic
+//   form a zone may only follow a fraction of one to six digits, and any byte but Z that ends
+//   that fraction, "+" too, is taken as the sign "-" (the offset is added).
+// The zone is applied to hour and minute, which may then leave their range. The range is judged
+// field by field, year down to fraction, on those shifted fields: before
+// 1677-09-21T00:12:43.1452242 out is -9223372036854775800, from 2262-04-11T23:47:16.8547759 on
+// it is 9223372036854775800, and the text still succeeds. Fields inside the range that the zone
+// carries past a bound as an instant saturate in the same way.
+//
 // On success writes out and returns true; on a bad text, a null or an empty text returns false
 // and leaves out alone. One pass, reads nothing past the terminator; allocates only to hand a
-// duration on.
+// duration on, so that std::bad_alloc is all it may throw.
 QUORVANE_API bool try_iso_to_ns(const char* text, long& out);
 
-// Parses a duration "[-]P[nY][nM][nW|nD][T[nH][nM][n[.n]S]]" into ns: a year counts 365.25
-// days, a month 30.4375 days; designators must fall in size, a week stands alone, and the
-// fraction of the second is truncated to ns. Oversized numbers wrap silently. On success writes
-// out and returns true; on a bad text returns false and leaves out alone.
+// Parses a duration "[-]P[nY][nM][nD][T[nH][nM][n[.n]S]]" or "[-]PnW" into ns: a year counts
+// 365.25 days, a month 30.4375 days. Each unit must be smaller than the one before it, and at
+// least one must be there; only a fraction may still follow whole seconds, and its number then
+// gives the seconds ("PT1S2.5S" is 2.5 s). H may also stand without T ("P1H"), and then nothing may
+// follow it; digits in front of T are dropped. The fraction of the second takes "." or ",", keeps
+// nine digits (truncated to ns), and further digits closed by another S extend it ("PT1.5S5S" is
+// 1.55 s). Numbers and the sum are unsigned 64-bit and wrap silently.
+// On success writes out and returns true; on a bad text (a "+" sign, lower case, a NUL or any
+// other byte included) returns false and leaves out alone.
 QUORVANE_API bool try_duration_iso_to_ns(const std::string& text, long& out);
 
 // As try_iso_to_ns, but a bad text throws std::runtime_error("invalid argument"). The string form
