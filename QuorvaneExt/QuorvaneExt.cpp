@@ -34,17 +34,25 @@ void initialize_api(IQuorvaneExtHost* host) {
     create_shared_empties();
 }
 
-IQuorvaneExtHost* host() { return g_pExtHost; }
+IQuorvaneExtHost* host() {
+    return g_pExtHost;
+}
 
 IQuorvaneExtHost::~IQuorvaneExtHost() = default;
 
 IObject::~IObject() = default;
 
-void* IObject::operator new(unsigned long size) { return ::operator new(size); }
+void* IObject::operator new(unsigned long size) {
+    return ::operator new(size);
+}
 
-void* IObject::operator new(unsigned long, void* place) { return place; }
+void* IObject::operator new(unsigned long, void* place) {
+    return place;
+}
 
-void IObject::operator delete(void* pointer) { ::operator delete(pointer); }
+void IObject::operator delete(void* pointer) {
+    ::operator delete(pointer);
+}
 
 void IObject::operator delete(void*, void*) {}
 

@@ -10,30 +10,50 @@ namespace Quorvane {
 
 Value::Value() : impl_(new ValueImpl) {}
 
-Value::Value(const Value& other) : impl_(new ValueImpl) { impl_->Copy(*other.impl_); }
+Value::Value(const Value& other) : impl_(new ValueImpl) {
+    impl_->Copy(*other.impl_);
+}
 
-Value::Value(const char* text) : impl_(new ValueImpl) { impl_->set(text); }
+Value::Value(const char* text) : impl_(new ValueImpl) {
+    impl_->set(text);
+}
 
-Value::Value(bool flag) : impl_(new ValueImpl) { impl_->set(flag); }
+Value::Value(bool flag) : impl_(new ValueImpl) {
+    impl_->set(flag);
+}
 
-Value::Value(int number) : impl_(new ValueImpl) { impl_->set(number); }
+Value::Value(int number) : impl_(new ValueImpl) {
+    impl_->set(number);
+}
 
-Value::Value(long number) : impl_(new ValueImpl) { impl_->set(number); }
+Value::Value(long number) : impl_(new ValueImpl) {
+    impl_->set(number);
+}
 
-Value::Value(double number) : impl_(new ValueImpl) { impl_->set(number); }
+Value::Value(double number) : impl_(new ValueImpl) {
+    impl_->set(number);
+}
 
-Value::Value(Timestamp time) : impl_(new ValueImpl) { impl_->set(time); }
+Value::Value(Timestamp time) : impl_(new ValueImpl) {
+    impl_->set(time);
+}
 
-Value::Value(Timespan span) : impl_(new ValueImpl) { impl_->set(span); }
+Value::Value(Timespan span) : impl_(new ValueImpl) {
+    impl_->set(span);
+}
 
-Value::Value(Binary bytes) : impl_(new ValueImpl) { impl_->set(bytes); }
+Value::Value(Binary bytes) : impl_(new ValueImpl) {
+    impl_->set(bytes);
+}
 
 Value::~Value() {
     delete impl_;
     impl_ = nullptr;
 }
 
-bool Value::guarded() const { return impl_ == EmptyValues::empty_Value().impl_; }
+bool Value::guarded() const {
+    return impl_ == EmptyValues::empty_Value().impl_;
+}
 
 Value& Value::operator=(Value other) {
     if (!guarded()) {
@@ -135,9 +155,13 @@ bool Value::swap(Value& other) {
     return true;
 }
 
-ValueType Value::type() const { return impl_->type; }
+ValueType Value::type() const {
+    return impl_->type;
+}
 
-bool Value::isset() const { return impl_->type != ValueType::Null; }
+bool Value::isset() const {
+    return impl_->type != ValueType::Null;
+}
 
 Value& Value::set_type(ValueType type) {
     if (!guarded()) {
@@ -153,24 +177,58 @@ Value& Value::convert(ValueType type) {
     return *this;
 }
 
-bool Value::get_bool() const { return impl_->get_bool(); }
-int Value::get_int32() const { return impl_->get_int32(); }
-long Value::get_int64() const { return impl_->get_int64(); }
-double Value::get_double() const { return impl_->get_double(); }
-const char* Value::get_string() const { return impl_->get_string(); }
-Binary Value::get_binary() { return impl_->get_binary(); }
-Binary Value::get_binary() const { return impl_->get_binary(); }
-Timestamp Value::get_timestamp() const { return impl_->get_timestamp(); }
-Timespan Value::get_timespan() const { return impl_->get_timespan(); }
+bool Value::get_bool() const {
+    return impl_->get_bool();
+}
+int Value::get_int32() const {
+    return impl_->get_int32();
+}
+long Value::get_int64() const {
+    return impl_->get_int64();
+}
+double Value::get_double() const {
+    return impl_->get_double();
+}
+const char* Value::get_string() const {
+    return impl_->get_string();
+}
+Binary Value::get_binary() {
+    return impl_->get_binary();
+}
+Binary Value::get_binary() const {
+    return impl_->get_binary();
+}
+Timestamp Value::get_timestamp() const {
+    return impl_->get_timestamp();
+}
+Timespan Value::get_timespan() const {
+    return impl_->get_timespan();
+}
 
-Value::operator bool() const { return impl_->get_bool(); }
-Value::operator int() const { return impl_->get_int32(); }
-Value::operator long() const { return impl_->get_int64(); }
-Value::operator double() const { return impl_->get_double(); }
-Value::operator const char*() const { return impl_->get_string(); }
-Value::operator Timestamp() const { return impl_->get_timestamp(); }
-Value::operator Timespan() const { return impl_->get_timespan(); }
-Value::operator Binary() const { return impl_->get_binary(); }
+Value::operator bool() const {
+    return impl_->get_bool();
+}
+Value::operator int() const {
+    return impl_->get_int32();
+}
+Value::operator long() const {
+    return impl_->get_int64();
+}
+Value::operator double() const {
+    return impl_->get_double();
+}
+Value::operator const char*() const {
+    return impl_->get_string();
+}
+Value::operator Timestamp() const {
+    return impl_->get_timestamp();
+}
+Value::operator Timespan() const {
+    return impl_->get_timespan();
+}
+Value::operator Binary() const {
+    return impl_->get_binary();
+}
 
 // ---- as a container -------------------------------------------------------------------------
 
@@ -521,10 +579,14 @@ const KindNames& kind_names(ValueType type) {
 
 }  // namespace
 
-const char* get_type_string(ValueType type) { return kind_names(type).lower_case; }
+const char* get_type_string(ValueType type) {
+    return kind_names(type).lower_case;
+}
 
 namespace Algorithm {
-const char* value_type_to_string(ValueType type) { return kind_names(type).capitalised; }
+const char* value_type_to_string(ValueType type) {
+    return kind_names(type).capitalised;
+}
 }  // namespace Algorithm
 
 }  // namespace Quorvane

@@ -54,7 +54,9 @@ std::map<std::string, char>* ExportTable::symbols_ = nullptr;
 
 }  // namespace
 
-TEST_F(ExportTable, IsReadable) { EXPECT_GT(symbols_->size(), 10u); }
+TEST_F(ExportTable, IsReadable) {
+    EXPECT_GT(symbols_->size(), 10u);
+}
 
 TEST_F(ExportTable, HostLinkFunctionsAreExported) {
     EXPECT_TRUE(exported_function("_ZN8Quorvane14initialize_apiEPNS_16IQuorvaneExtHostE"));

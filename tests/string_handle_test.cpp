@@ -15,7 +15,9 @@ TEST(String, DefaultIsEmptyAndSet) {
     EXPECT_TRUE(text.isset());
 }
 
-TEST(String, EmptyTextIsSet) { EXPECT_TRUE(String("").isset()); }
+TEST(String, EmptyTextIsSet) {
+    EXPECT_TRUE(String("").isset());
+}
 
 TEST(String, CopiesTheText) {
     std::string source = "pump";

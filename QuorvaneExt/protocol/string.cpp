@@ -27,10 +27,16 @@ bool String::swap(String& other) {
     return true;
 }
 
-const char* String::name() const { return impl_->text.c_str(); }
+const char* String::name() const {
+    return impl_->text.c_str();
+}
 
-void String::set_name(const char* text) { impl_->text = text; }
+void String::set_name(const char* text) {
+    impl_->text = text;
+}
 
-bool String::isset() const { return impl_ != nullptr; }
+bool String::isset() const {
+    return impl_ != nullptr;
+}
 
 }  // namespace Quorvane

@@ -49,7 +49,9 @@ Timestamp Timestamp::now() {
     return Timestamp(read_clock(CLOCK_REALTIME) / kWallClockResolution * kWallClockResolution);
 }
 
-Timestamp Timestamp::steady_now() { return Timestamp(read_clock(CLOCK_MONOTONIC)); }
+Timestamp Timestamp::steady_now() {
+    return Timestamp(read_clock(CLOCK_MONOTONIC));
+}
 
 Timestamp Timestamp::from_unix_time(int seconds) {
     return Timestamp(static_cast<long>(seconds) * kNanosecondsPerSecond);
@@ -66,15 +68,25 @@ Timestamp Timestamp::from_milliseconds(long milliseconds) {
     return Timestamp(wrapping_multiply(milliseconds, kNanosecondsPerMillisecond));
 }
 
-long Timestamp::seconds() const { return *count_ / kNanosecondsPerSecond; }
+long Timestamp::seconds() const {
+    return *count_ / kNanosecondsPerSecond;
+}
 
-long Timestamp::milliseconds() const { return *count_ / kNanosecondsPerMillisecond; }
+long Timestamp::milliseconds() const {
+    return *count_ / kNanosecondsPerMillisecond;
+}
 
-long Timestamp::nanoseconds() const { return *count_; }
+long Timestamp::nanoseconds() const {
+    return *count_;
+}
 
-bool Timestamp::operator==(const Timestamp& other) const { return *count_ == *other.count_; }
+bool Timestamp::operator==(const Timestamp& other) const {
+    return *count_ == *other.count_;
+}
 
-bool Timestamp::operator!=(const Timestamp& other) const { return *count_ != *other.count_; }
+bool Timestamp::operator!=(const Timestamp& other) const {
+    return *count_ != *other.count_;
+}
 
 Timespan::Timespan() : count_(new long(0)) {}
 
@@ -92,14 +104,24 @@ Timespan::~Timespan() {
     count_ = nullptr;
 }
 
-long Timespan::seconds() const { return *count_ / kNanosecondsPerSecond; }
+long Timespan::seconds() const {
+    return *count_ / kNanosecondsPerSecond;
+}
 
-long Timespan::milliseconds() const { return *count_ / kNanosecondsPerMillisecond; }
+long Timespan::milliseconds() const {
+    return *count_ / kNanosecondsPerMillisecond;
+}
 
-long Timespan::nanoseconds() const { return *count_; }
+long Timespan::nanoseconds() const {
+    return *count_;
+}
 
-bool Timespan::operator==(const Timespan& other) const { return *count_ == *other.count_; }
+bool Timespan::operator==(const Timespan& other) const {
+    return *count_ == *other.count_;
+}
 
-bool Timespan::operator!=(const Timespan& other) const { return *count_ != *other.count_; }
+bool Timespan::operator!=(const Timespan& other) const {
+    return *count_ != *other.count_;
+}
 
 }  // namespace Quorvane
