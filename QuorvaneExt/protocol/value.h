@@ -3,10 +3,10 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <variant>
 #include <vector>
 
 #include "QuorvaneExtApi.h"
+#include "helper/headers/variant.h"
 
 namespace Quorvane {
 
@@ -21,14 +21,14 @@ struct ReservedAlternative {};
 class ValueImpl {
 public:
     using Bytes = std::vector<std::uint8_t>;
-    using Data = std::variant<double,                  // Null, Bool, Int, Double
-                              ReservedAlternative<1>,  // Message
-                              ReservedAlternative<2>,  // Event
-                              Bytes,                   // String (with its NUL), Binary
-                              long,                    // Int64, DateTime, TimeSpan
-                              ReservedAlternative<5>,  // Alarm
-                              Vector<Value>,           // Vector
-                              Map<Value>>;             // Map, Struct
+    using Data = variant<double,                  // Null, Bool, Int, Double
+                         ReservedAlternative<1>,  // Message
+                         ReservedAlternative<2>,  // Event
+                         Bytes,                   // String (with its NUL), Binary
+                         long,                    // Int64, DateTime, TimeSpan
+                         ReservedAlternative<5>,  // Alarm
+                         Vector<Value>,           // Vector
+                         Map<Value>>;             // Map, Struct
 
     // Alternative numbers of Data.
     enum Alternative : std::size_t {
