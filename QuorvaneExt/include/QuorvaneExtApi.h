@@ -1395,3 +1395,7 @@ public:
 };
 
 }  // namespace Quorvane
+
+// The error catalogue and the result-stream builders belong to the same frame as ResultPair.
+// They are declared with the algorithm library and reachable from here as well.
+#include "helper/api_helper.h"
