@@ -54,6 +54,25 @@ std::string any_key(FuzzedDataProvider& input) {
     return input.ConsumeRandomLengthString(6).c_str();
 }
 
+// The number of values in a tree. Copies of large trees are refused, because appending a value
+// to itself doubles it and a few hundred operations would otherwise exhaust memory.
+std::size_t weight(const Value& value) {
+    std::size_t count = 1;
+    if (const auto* vector = value.get_vector()) {
+        for (auto it = vector->begin(); it != vector->end(); ++it) {
+            count += weight(*it);
+        }
+    }
+    if (const auto* map = value.get_map()) {
+        for (auto it = map->begin(); it != map->end(); ++it) {
+            count += weight(*it);
+        }
+    }
+    return count;
+}
+
+constexpr std::size_t copy_limit = 256;
+
 // Expects the documented exception of a read at an end position.
 template <class Read>
 void expect_not_dereferencable(Read read) {
@@ -104,8 +123,10 @@ private:
                 return Value(Timestamp(input_.ConsumeIntegral<long>()));
             case 8:
                 return Value(Timespan(input_.ConsumeIntegral<long>()));
-            default:
-                return any_value();
+            default: {
+                const Value& copied = any_value();
+                return weight(copied) <= copy_limit ? copied : Value();
+            }
         }
     }
 
@@ -207,7 +228,10 @@ private:
                 // Text and bytes may come from the value itself.
                 switch (input_.ConsumeIntegralInRange(0, 9)) {
                     case 0:
-                        value.set(value.get_string());
+                        // Only a String's storage is sure to end in NUL; bytes are not.
+                        if (value.type() == ValueType::String) {
+                            value.set(value.get_string());
+                        }
                         break;
                     case 1:
                         value.set(value.get_binary());
@@ -251,7 +275,9 @@ private:
             case 5: {
                 // Appending the value to itself copies what it was.
                 if (input_.ConsumeBool()) {
-                    value << value;
+                    if (weight(value) <= copy_limit) {
+                        value << value;
+                    }
                 } else {
                     value << make_value();
                 }
@@ -754,7 +780,7 @@ private:
 
     void command_step() {
         Command& command = commands_[input_.ConsumeIntegralInRange(0, 1)];
-        const std::string text = input_.ConsumeRandomLengthString(8);
+        const std::string text = any_key(input_);
         switch (input_.ConsumeIntegralInRange(0, 13)) {
             case 0:
                 command.set_name(text.c_str());
