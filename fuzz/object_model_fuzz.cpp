@@ -467,6 +467,13 @@ private:
         ++end;
         FUZZ_CHECK(end == value.end());
         FUZZ_CHECK(value.remove(end) == value.end());
+        // An empty handle and a position of another map erase nothing.
+        const auto size = value.size();
+        Value other;
+        other.insert(any_key(input_).c_str(), make_value());
+        FUZZ_CHECK(value.remove(Iterator<Value>()) == value.end());
+        FUZZ_CHECK(value.remove(other.begin()) == value.end());
+        FUZZ_CHECK(value.size() == size && other.size() == 1);
         auto back = value.end();
         --back;
         if (keyed && value.size() > 0) {
@@ -500,7 +507,28 @@ private:
             case 1: {
                 const auto at = input_.ConsumeIntegralInRange<unsigned long>(0, size);
                 auto position = value.begin_vector() + at;
-                auto inserted = value.insert(position, make_value());
+                VectorIterator<Value> inserted;
+                switch (input_.ConsumeIntegralInRange(0, 4)) {
+                    case 0:
+                        inserted = value.insert(position, input_.ConsumeRandomLengthString(8).c_str());
+                        break;
+                    case 1:
+                        inserted = value.insert(position, input_.ConsumeIntegral<long>());
+                        break;
+                    case 2: {
+                        std::string bytes = input_.ConsumeRandomLengthString(8);
+                        inserted = value.insert(
+                            position,
+                            Binary{bytes.size(), reinterpret_cast<unsigned char*>(&bytes[0])});
+                        break;
+                    }
+                    case 3:
+                        inserted = value.insert(position, Timestamp(input_.ConsumeIntegral<long>()));
+                        break;
+                    default:
+                        inserted = value.insert(position, make_value());
+                        break;
+                }
                 if (is_vector) {
                     FUZZ_CHECK(value.size() == size + 1);
                     FUZZ_CHECK(&*inserted == &value[at]);
@@ -524,9 +552,12 @@ private:
                 // A position of another vector appends on insert and erases nothing on remove.
                 Value other;
                 other << make_value() << make_value();
-                auto foreign = other.begin_vector();
+                VectorIterator<Value> foreign;
                 if (input_.ConsumeBool()) {
-                    ++foreign;
+                    foreign = other.begin_vector();
+                    if (input_.ConsumeBool()) {
+                        ++foreign;
+                    }
                 }
                 if (input_.ConsumeBool()) {
                     value.insert(foreign, make_value());
@@ -636,6 +667,14 @@ private:
                 FUZZ_CHECK(vector.size() == size + 1);
                 FUZZ_CHECK(vector.remove(other.begin()) == vector.end());
                 FUZZ_CHECK(vector.size() == size + 1 && other.size() == 1);
+                // So do an empty handle, which also compares as no position at all.
+                const VectorIterator<Value> nowhere;
+                vector.insert(nowhere, make_value());
+                FUZZ_CHECK(vector.size() == size + 2);
+                FUZZ_CHECK(vector.remove(nowhere) == vector.end());
+                FUZZ_CHECK(!(nowhere == vector.begin()));
+                FUZZ_CHECK(!(nowhere < vector.end()) && !(vector.begin() < nowhere));
+                FUZZ_CHECK(!(nowhere >= vector.end()) && !(vector.begin() <= nowhere));
                 break;
             }
             case 7:
@@ -738,6 +777,9 @@ private:
                 other.add(key.c_str(), make_value());
                 FUZZ_CHECK(map.remove(other.begin()) == map.end());
                 FUZZ_CHECK(map.size() == size && other.size() == 1);
+                const Iterator<Value> nowhere;
+                FUZZ_CHECK(map.remove(nowhere) == map.end());
+                FUZZ_CHECK(!(nowhere == map.begin()) && map.size() == size);
                 break;
             }
             case 7: {
