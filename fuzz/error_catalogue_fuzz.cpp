@@ -13,8 +13,8 @@
 namespace {
 
 bool ends_with(const std::string& text, const std::string& tail) {
-    return text.size() >= tail.size() && text.compare(text.size() - tail.size(), tail.size(),
-                                                      tail) == 0;
+    return text.size() >= tail.size() &&
+           text.compare(text.size() - tail.size(), tail.size(), tail) == 0;
 }
 
 }  // namespace
@@ -34,9 +34,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     FUZZ_CHECK(!text.empty());
     FUZZ_CHECK(Quorvane::get_error_string_pretty(value, Quorvane::ErrorMessageDetails::None) ==
                text);
-    FUZZ_CHECK(Quorvane::get_error_string_pretty(value,
-                                                 Quorvane::ErrorMessageDetails::SymbolicName) ==
-               text + " (HMI_E_" + symbol + ")");
+    FUZZ_CHECK(
+        Quorvane::get_error_string_pretty(value, Quorvane::ErrorMessageDetails::SymbolicName) ==
+        text + " (HMI_E_" + symbol + ")");
     const std::string with_details = Quorvane::get_error_string_pretty(value, details);
     if (details != Quorvane::ErrorMessageDetails::SymbolicName) {
         FUZZ_CHECK(with_details == text);

@@ -81,14 +81,45 @@ void check_writers(long ns) {
     FUZZ_CHECK(span_read == ns);
 }
 
-void check_calendar(int days) {
+void check_calendar(FuzzedDataProvider& input) {
+    const int days = input.ConsumeIntegral<int>();
     int day = days;
     const auto year_and_month = Quorvane::calculate_year_and_month(day);
     FUZZ_CHECK(year_and_month.second >= 1 && year_and_month.second <= 12);
-    FUZZ_CHECK(day >= 1 &&
-               day <= Quorvane::calculate_days_in_month(year_and_month.first,
-                                                        year_and_month.second));
+    FUZZ_CHECK(day >= 1 && day <= Quorvane::calculate_days_in_month(year_and_month.first,
+                                                                    year_and_month.second));
     FUZZ_CHECK(Quorvane::calculate_days(year_and_month.first, year_and_month.second, day) == days);
+
+    // Any year within the int range of day counts, and any day of the month, splits back.
+    const int year = input.ConsumeIntegralInRange(-5000000, 5000000);
+    const int month = input.ConsumeIntegralInRange(1, 12);
+    const int length = Quorvane::calculate_days_in_month(year, month);
+    FUZZ_CHECK(length == 29 ? Quorvane::is_leap_year(year) && month == 2 : length >= 28);
+    const int month_day = input.ConsumeIntegralInRange(1, length);
+    int count = Quorvane::calculate_days(year, month, month_day);
+    const auto split = Quorvane::calculate_year_and_month(count);
+    FUZZ_CHECK(split.first == year && split.second == month && count == month_day);
+    (void)Quorvane::calculate_days(input.ConsumeIntegral<int>(), month,
+                                   input.ConsumeIntegral<int>());
+    (void)Quorvane::calculate_days_in_month(input.ConsumeIntegral<int>(),
+                                            input.ConsumeIntegral<int>());
+    (void)Quorvane::validate_ticks(input.ConsumeIntegral<int>(), input.ConsumeIntegral<int>(),
+                                   input.ConsumeIntegral<int>());
+
+    // Moving units: the rest ends in its documented interval and nothing is lost on the way.
+    const long unit = input.ConsumeIntegralInRange<long>(1, 1000000000000L);
+    long rest = input.ConsumeIntegralInRange<long>(-unit * 1000, unit * 1000);
+    const long before = rest;
+    const int start = input.ConsumeIntegralInRange(-1000, 1000);
+    const int moved = Quorvane::calculate_time(start, unit, rest);
+    FUZZ_CHECK(before >= 0 ? rest >= 0 && rest < unit : rest >= -unit && rest <= -1);
+    FUZZ_CHECK(static_cast<long>(moved - start) * unit + rest == before);
+
+    const long ticks = input.ConsumeIntegral<long>();
+    const std::string mask = Quorvane::iso_template_string_with_ticks(ticks);
+    FUZZ_CHECK(ticks < 1 ? mask == "yyyy-MM-ddTHH:mm:ssZ"
+                         : mask.size() > 21 && mask.compare(0, 20, "yyyy-MM-ddTHH:mm:ss.") == 0);
+    FUZZ_CHECK(mask.back() == 'Z' && mask[mask.size() - 2] != '0');
 }
 
 }  // namespace
@@ -100,6 +131,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     // The numbers come from the tail of the input, so that a seed stays a readable text.
     FuzzedDataProvider input(data, size);
     check_writers(input.ConsumeIntegral<long>());
-    check_calendar(input.ConsumeIntegral<int>());
+    check_calendar(input);
     return 0;
 }

@@ -4,6 +4,7 @@
 
 #include "helper/algorithm/number.h"
 #include "helper/algorithm/string.h"
+#include "QuorvaneExtData.h"
 
 #include <fuzzer/FuzzedDataProvider.h>
 
@@ -90,6 +91,27 @@ void check_writing(FuzzedDataProvider& input) {
         signed_value <= std::numeric_limits<std::uint32_t>::max()) {
         FUZZ_CHECK(A::to_string(static_cast<long>(signed_value)) == A::faststr(signed_value));
     }
+
+    // Every integer width is written as its decimal number, through faststr or a stream alike.
+    FUZZ_CHECK(A::to_string(static_cast<long>(signed_value)) == std::to_string(signed_value));
+    FUZZ_CHECK(A::to_string(static_cast<unsigned long>(unsigned_value)) ==
+               std::to_string(unsigned_value));
+    FUZZ_CHECK(A::to_string(static_cast<unsigned int>(unsigned_value)) ==
+               std::to_string(static_cast<unsigned int>(unsigned_value)));
+    FUZZ_CHECK(A::to_string(static_cast<short>(signed_value)) ==
+               std::to_string(static_cast<short>(signed_value)));
+    FUZZ_CHECK(A::to_string(static_cast<unsigned short>(unsigned_value)) ==
+               std::to_string(static_cast<unsigned short>(unsigned_value)));
+    FUZZ_CHECK(A::to_string(static_cast<signed char>(signed_value)) ==
+               std::to_string(static_cast<signed char>(signed_value)));
+    FUZZ_CHECK(A::to_string(static_cast<unsigned char>(unsigned_value)) ==
+               std::to_string(static_cast<unsigned char>(unsigned_value)));
+    FUZZ_CHECK(A::faststr(static_cast<char>(signed_value)) ==
+               std::to_string(static_cast<char>(signed_value)));
+    FUZZ_CHECK(A::faststr(static_cast<Quorvane::ErrorValue>(int_value)) ==
+               std::to_string(int_value));
+    FUZZ_CHECK(A::num_digits(static_cast<signed char>(signed_value)) ==
+               static_cast<int>(std::to_string(static_cast<signed char>(signed_value)).size()));
 
     const double real = input.ConsumeFloatingPoint<double>();
     const auto precision = input.ConsumeIntegralInRange<unsigned long>(0, 40);

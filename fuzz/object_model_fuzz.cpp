@@ -38,10 +38,10 @@ constexpr int pool_size = 4;
 
 ValueType any_kind(FuzzedDataProvider& input) {
     static constexpr ValueType kinds[] = {
-        ValueType::Null,   ValueType::Bool,     ValueType::Int,      ValueType::Double,
-        ValueType::String, ValueType::Vector,   ValueType::Map,      ValueType::Struct,
-        ValueType::Binary, ValueType::Int64,    ValueType::DateTime, ValueType::TimeSpan,
-        ValueType::Event,  ValueType::Message,  ValueType::Alarm,    ValueType::Any};
+        ValueType::Null,   ValueType::Bool,    ValueType::Int,      ValueType::Double,
+        ValueType::String, ValueType::Vector,  ValueType::Map,      ValueType::Struct,
+        ValueType::Binary, ValueType::Int64,   ValueType::DateTime, ValueType::TimeSpan,
+        ValueType::Event,  ValueType::Message, ValueType::Alarm,    ValueType::Any};
     const auto pick = input.ConsumeIntegralInRange<std::size_t>(0, sizeof kinds / sizeof *kinds);
     if (pick < sizeof kinds / sizeof *kinds) {
         return kinds[pick];
@@ -301,7 +301,8 @@ private:
                 } else if (kind == 4) {
                     at = value.insert(key.c_str(), input_.ConsumeBool());
                 } else {
-                    at = value.insert_or_update(key.c_str(), Timespan(input_.ConsumeIntegral<long>()));
+                    at = value.insert_or_update(key.c_str(),
+                                                Timespan(input_.ConsumeIntegral<long>()));
                 }
                 if (value.type() == ValueType::Map || value.type() == ValueType::Struct) {
                     FUZZ_CHECK(at != value.end());
@@ -510,7 +511,8 @@ private:
                 VectorIterator<Value> inserted;
                 switch (input_.ConsumeIntegralInRange(0, 4)) {
                     case 0:
-                        inserted = value.insert(position, input_.ConsumeRandomLengthString(8).c_str());
+                        inserted =
+                            value.insert(position, input_.ConsumeRandomLengthString(8).c_str());
                         break;
                     case 1:
                         inserted = value.insert(position, input_.ConsumeIntegral<long>());
@@ -523,7 +525,8 @@ private:
                         break;
                     }
                     case 3:
-                        inserted = value.insert(position, Timestamp(input_.ConsumeIntegral<long>()));
+                        inserted =
+                            value.insert(position, Timestamp(input_.ConsumeIntegral<long>()));
                         break;
                     default:
                         inserted = value.insert(position, make_value());
@@ -1041,8 +1044,43 @@ private:
         }
     }
 
+    // Time handles from any count, and the small text and result handles.
+    void handle_step() {
+        const long count = input_.ConsumeIntegral<long>();
+        const Timestamp stamps[] = {
+            Timestamp(count), Timestamp::from_unix_time(static_cast<int>(count)),
+            Timestamp::from_file_time(count), Timestamp::from_milliseconds(count)};
+        for (const Timestamp& stamp : stamps) {
+            const Timestamp copy = stamp;
+            FUZZ_CHECK(copy == stamp && !(copy != stamp));
+            FUZZ_CHECK(stamp.seconds() == stamp.nanoseconds() / 1000000000);
+            FUZZ_CHECK(stamp.milliseconds() == stamp.nanoseconds() / 1000000);
+        }
+        FUZZ_CHECK(Timestamp::from_unix_time(static_cast<int>(count)).seconds() ==
+                   static_cast<int>(count));
+        const Timespan span(count);
+        FUZZ_CHECK(span.seconds() == count / 1000000000 && Timespan(span) == span);
+
+        const std::string text = any_key(input_);
+        Quorvane::String name(text.c_str());
+        Quorvane::String other;
+        name.swap(other);
+        FUZZ_CHECK(text == other.name() && *name.name() == '\0' && name.isset());
+        other.set_name(name.name());
+        FUZZ_CHECK(*other.name() == '\0');
+
+        const auto code = static_cast<ErrorValue>(input_.ConsumeIntegral<std::int32_t>());
+        Quorvane::ResultPair result(code, text.c_str());
+        Quorvane::ResultPair copy(result);
+        FUZZ_CHECK(copy == result && copy == code && text == copy.text());
+        copy.set_text(any_key(input_).c_str());
+        copy.set_result(static_cast<ErrorValue>(input_.ConsumeIntegral<std::int32_t>()));
+        result = copy;
+        FUZZ_CHECK(result == copy);
+    }
+
     void step() {
-        switch (input_.ConsumeIntegralInRange(0, 6)) {
+        switch (input_.ConsumeIntegralInRange(0, 7)) {
             case 0:
             case 1:
             case 2:
@@ -1057,6 +1095,9 @@ private:
             case 5:
                 command_step();
                 group_step();
+                break;
+            case 6:
+                handle_step();
                 break;
             default:
                 session_step();
