@@ -613,17 +613,27 @@ private:
         }
     }
 
+    // A cleaned-up container takes nothing but create() and cleanup(): one of them is done, and
+    // the answer is whether the container may be used in this step.
+    template <class Container>
+    bool revive(Container& container, bool& live) {
+        if (live) {
+            return true;
+        }
+        if (input_.ConsumeBool()) {
+            container.create();
+            live = true;
+        } else {
+            container.cleanup();
+        }
+        return false;
+    }
+
     void vector_step() {
         const int which = input_.ConsumeIntegralInRange(0, 1);
         Vector<Value>& vector = vectors_[which];
         bool& live = vectors_live_[which];
-        if (!live) {
-            if (input_.ConsumeBool()) {
-                vector.create();
-                live = true;
-            } else {
-                vector.cleanup();
-            }
+        if (!revive(vector, live)) {
             return;
         }
         const unsigned long size = vector.size();
@@ -729,13 +739,7 @@ private:
         const int which = input_.ConsumeIntegralInRange(0, 1);
         Map<Value>& map = maps_[which];
         bool& live = maps_live_[which];
-        if (!live) {
-            if (input_.ConsumeBool()) {
-                map.create();
-                live = true;
-            } else {
-                map.cleanup();
-            }
+        if (!revive(map, live)) {
             return;
         }
         const std::string key = any_key(input_);
