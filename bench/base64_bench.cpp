@@ -7,9 +7,8 @@
 #include <vector>
 
 #include <benchmark/benchmark.h>
-#include <boost/archive/iterators/base64_from_binary.hpp>
-#include <boost/archive/iterators/binary_from_base64.hpp>
-#include <boost/archive/iterators/transform_width.hpp>
+
+#include "boost_base64_peer.h"
 
 namespace {
 
@@ -21,28 +20,6 @@ Bytes random_bytes(std::size_t size) {
     for (unsigned char& byte : bytes) {
         byte = static_cast<unsigned char>(random());
     }
-    return bytes;
-}
-
-std::string boost_encode(const Bytes& bytes) {
-    using namespace boost::archive::iterators;
-    using Encoder = base64_from_binary<transform_width<Bytes::const_iterator, 6, 8>>;
-    std::string text(Encoder(bytes.begin()), Encoder(bytes.end()));
-    text.append((3 - bytes.size() % 3) % 3, '=');
-    return text;
-}
-
-Bytes boost_decode(const std::string& text) {
-    using namespace boost::archive::iterators;
-    using Decoder = transform_width<binary_from_base64<std::string::const_iterator>, 8, 6>;
-    std::string unpadded = text;
-    std::size_t padding = 0;
-    while (!unpadded.empty() && unpadded.back() == '=') {
-        unpadded.back() = 'A';
-        ++padding;
-    }
-    Bytes bytes(Decoder(unpadded.cbegin()), Decoder(unpadded.cend()));
-    bytes.resize(bytes.size() - padding);
     return bytes;
 }
 
@@ -69,7 +46,7 @@ void encode_quorvane(benchmark::State& state) {
 }
 
 void encode_boost(benchmark::State& state) {
-    measure(state, random_bytes(size_of(state)), boost_encode);
+    measure(state, random_bytes(size_of(state)), boost_base64_peer::encode);
 }
 
 void decode_quorvane(benchmark::State& state) {
@@ -78,7 +55,7 @@ void decode_quorvane(benchmark::State& state) {
 }
 
 void decode_boost(benchmark::State& state) {
-    measure(state, encoded(state), boost_decode);
+    measure(state, encoded(state), boost_base64_peer::decode);
 }
 
 void is_base64_quorvane(benchmark::State& state) {
