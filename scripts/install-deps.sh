@@ -4,9 +4,17 @@
 set -euo pipefail
 
 packages=(
-  cmake ninja-build g++ clang libclang-rt-14-dev pkg-config binutils
+  # build and library dependencies
+  cmake ninja-build g++ clang libclang-rt-14-dev llvm pkg-config binutils
   libboost-dev libboost-system-dev libboost-thread-dev rapidjson-dev
+  # what the library needs at run time: service names for the port check, locales for rendering
+  netbase locales-all
+  # tests, benchmarks and their independent peers (never linked into the library)
   libgtest-dev libgmock-dev libbenchmark-dev libhowardhinnant-date-dev
+  nlohmann-json3-dev libfmt-dev libabsl-dev libssl-dev libicu-dev libutfcpp-dev
+  liburiparser-dev libcurl4-openssl-dev
+  # ABI baseline and coverage report
+  abigail-tools gcovr
 )
 
 missing=()
